@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+# Installs the Debian packages the build and the tests need, and nothing when all are present.
+# Usage: scripts/install-deps.sh [m32]   (m32 adds the i386 libraries of the 32-bit check build)
+set -u
+
+packages=(cmake make g++ pkg-config libjson-c-dev libhiredis-dev libtinyxml2-dev
+          libgtest-dev googletest libbenchmark-dev redis-server)
+if [ "${1:-}" = "m32" ]; then
+    packages+=(g++-multilib libjson-c-dev:i386 libhiredis-dev:i386 libtinyxml2-dev:i386)
+fi
+
+missing=()
+for p in "${packages[@]}"; do
+    status=$(dpkg-query -W -f='${Status}' "$p" 2>/dev/null || true)
+    [ "$status" = "install ok installed" ] || missing+=("$p")
+done
+[ ${#missing[@]} -eq 0 ] && exit 0
+
+echo "install-deps: installing ${missing[*]}"
+sudo=""
+[ "$(id -u)" -ne 0 ] && sudo="sudo"
+export DEBIAN_FRONTEND=noninteractive
+if [ "${1:-}" = "m32" ] && ! dpkg --print-foreign-architectures | grep -qx i386; then
+    $sudo dpkg --add-architecture i386
+fi
+# A package index that cannot be refreshed is not fatal: the cached one may still do.
+$sudo apt-get update -q || echo "install-deps: apt-get update failed, using the cached index"
+$sudo apt-get install -y -q --no-install-recommends "${missing[@]}"

@@ -1,0 +1,7 @@
+/* Marks what the library exports; everything else is hidden. */
+#ifndef JSONCFGPLUS_API_EXPORT_H
+#define JSONCFGPLUS_API_EXPORT_H
+
+#define JCP_EXPORT __attribute__((visibility("default")))
+
+#endif

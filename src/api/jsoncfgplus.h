@@ -1,0 +1,110 @@
+/* The one header the configuration daemon includes: the records handed across the boundary
+ * and every exported C entry. The whole header compiles as C and as C++. */
+#ifndef JSONCFGPLUS_API_JSONCFGPLUS_H
+#define JSONCFGPLUS_API_JSONCFGPLUS_H
+
+#include <stdint.h>
+
+#include "api/export.h"
+
+#ifdef __cplusplus
+extern "C" {
+class jsonCfgPlus;
+#else
+typedef struct jsonCfgPlus jsonCfgPlus;
+#endif
+
+/* Value kinds; the numbers cross the boundary in apiCfgPlusEntry.type. */
+typedef enum cfgElementKind {
+    CFG_NULL = 0,
+    CFG_BOOL = 1,
+    CFG_DOUBLE = 2,
+    CFG_INT = 3,
+    CFG_STRING = 4,
+    CFG_BYTES = 5,
+    CFG_EMPTY_ARRAY = 6,
+    CFG_STR_LIST = 7,
+    CFG_INT_LIST = 8,
+    CFG_OBJECT = 9,
+    CFG_OBJ_ARRAY = 10
+} cfgElementKind;
+
+struct apiCfgPlusEntry;
+typedef void (*apiCfgPlusFreeFn)(struct apiCfgPlusEntry*);
+/* Returns a heap string (strdup) that the caller frees. */
+typedef char* (*apiCfgPlusPrintFn)(struct apiCfgPlusEntry*, unsigned int indent);
+
+/* One element as the caller sees it. radio and vns are set on top-level entries only. */
+typedef struct apiCfgPlusEntry {
+    int32_t radio; /* 0-based radio index, -1 for the global list */
+    int32_t vns;   /* VNS or meshpoint id, -1 for global and radio lists */
+    int32_t type;  /* cfgElementKind */
+    char* name;
+    void* value;               /* laid out by type; NULL for CFG_NULL and CFG_EMPTY_ARRAY */
+    int32_t size;              /* bytes behind value */
+    apiCfgPlusFreeFn freeFn;   /* NULL: the standard release by type */
+    apiCfgPlusPrintFn printFn; /* NULL: the standard rendering by type */
+} apiCfgPlusEntry;
+
+typedef struct apiCfgPlusEntryArray {
+    int32_t count;
+    apiCfgPlusEntry* entries; /* NULL when count is 0 */
+} apiCfgPlusEntryArray;
+
+typedef struct apiCfgPlusResult {
+    apiCfgPlusEntryArray global;
+    int32_t radioCount;
+    apiCfgPlusEntryArray* radios;
+    int32_t vnsCount;
+    apiCfgPlusEntryArray* vnsList;
+    int32_t meshpointCount;
+    apiCfgPlusEntryArray* meshpoints;
+} apiCfgPlusResult;
+
+#if defined(__i386__) || (defined(__SIZEOF_POINTER__) && __SIZEOF_POINTER__ == 4)
+#ifdef __cplusplus
+#define JCP_STATIC_ASSERT static_assert
+#else
+#define JCP_STATIC_ASSERT _Static_assert
+#endif
+JCP_STATIC_ASSERT(sizeof(apiCfgPlusEntry) == 32, "apiCfgPlusEntry is 32 bytes on the AP");
+JCP_STATIC_ASSERT(sizeof(apiCfgPlusEntryArray) == 8, "apiCfgPlusEntryArray is 8 bytes on the AP");
+JCP_STATIC_ASSERT(sizeof(apiCfgPlusResult) == 32, "apiCfgPlusResult is 32 bytes on the AP");
+#undef JCP_STATIC_ASSERT
+#endif
+
+/* Debug switches read from the settings file; four bytes. */
+typedef struct jsonCfgPlusDebug {
+    uint8_t cap;
+    uint8_t tproxy;
+    uint8_t cfcgi;
+    uint8_t saveCfg; /* boolean */
+} jsonCfgPlusDebug;
+
+/* The conversion pipeline run at the end of a build; jsonCfgPlusParserCallback is one. */
+typedef int (*jsonCfgPlusCallback)(jsonCfgPlus* document);
+
+/* Builds a document; NULL on any failure (the reason has been printed). The caller releases
+ * the result with freeJsonCfgPlus. */
+JCP_EXPORT apiCfgPlusResult* parseJsonCfgPlus(const char* json, unsigned int length,
+                                              jsonCfgPlusCallback callback, int save,
+                                              int saveBackup, int trace);
+/* As parseJsonCfgPlus on a file's content; NULL silently when the file cannot be opened. */
+JCP_EXPORT apiCfgPlusResult* parseJsonCfgPlusFile(const char* path, jsonCfgPlusCallback callback,
+                                                  int save, int saveBackup, int trace);
+/* Releases every entry, honouring each entry's own release function. NULL does nothing. */
+JCP_EXPORT void freeJsonCfgPlus(apiCfgPlusResult* result);
+/* The top-level "request-id"; 0 when absent or when the text does not parse. */
+JCP_EXPORT int getJsonCfgPlusReqId(const char* json, unsigned int length);
+/* -1 when the document's serial number differs from apSerial, else 0. Sets the clock from
+ * "cen_time" when the text parses. */
+JCP_EXPORT int checkJsonCfgPlus(const char* json, unsigned int length, const char* apSerial,
+                                int* requestId);
+/* Prints a result record section by section; NULL prints nothing. */
+JCP_EXPORT void printJsonCfgPlus(apiCfgPlusResult* result);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

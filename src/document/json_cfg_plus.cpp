@@ -1,0 +1,147 @@
+// Document lifecycle: reset, parsing, validation, saving and the JSON shape tests.
+#include "document/json_cfg_plus.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstdio>
+#include <cstring>
+#include <fstream>
+#include <new>
+
+#include "document/read_file.h"
+
+namespace {
+
+// Library-wide: successive saves alternate between two slots, keeping the last two documents.
+int g_saveSlot = 1;
+
+constexpr int kSaveFlags = JSON_C_TO_STRING_SPACED | JSON_C_TO_STRING_PRETTY;
+
+}  // namespace
+
+const std::list<std::string> jsonCfgPlus::m_radio_qos_vns_names = {
+    "admission_control_voice_enable", "admission_control_video_enable",
+    "admission_control_best_effort_enable", "admission_control_background_enable"};
+const std::string jsonCfgPlus::m_wired_port_prefix = "p";
+const std::string jsonCfgPlus::m_bridge_port_prefix = "br";
+
+jsonCfgPlus::~jsonCfgPlus() {
+    jsonCfgPlus::reset();
+    m_all.reset();
+}
+
+void jsonCfgPlus::reset() {
+    m_global.clear();
+    m_radios.clear();
+    m_redis_key = "";
+    m_redis_port = 0;
+    m_redis_key = "";  // cleared twice on purpose; ip, request id and time stay as they are
+}
+
+json_object* jsonCfgPlus::parse(const char* text, unsigned int len) {
+    if (text == nullptr) len = 0;
+    json_tokener* tokener = json_tokener_new();
+    if (tokener == nullptr) throw std::bad_alloc();
+    json_object* root = nullptr;
+    enum json_tokener_error error = json_tokener_continue;
+    // json-c takes an int length; longer texts are fed in pieces of the same parse.
+    size_t offset = 0;
+    do {
+        size_t piece = std::min<size_t>(len - offset, INT_MAX);
+        root = json_tokener_parse_ex(tokener, text == nullptr ? "" : text + offset,
+                                     static_cast<int>(piece));
+        error = json_tokener_get_error(tokener);
+        offset += piece;
+    } while (error == json_tokener_continue && offset < len);
+    if (error != json_tokener_success) {
+        std::fprintf(stderr, "Error: %s\n", json_tokener_error_desc(error));
+        if (root != nullptr) json_object_put(root);
+        root = nullptr;
+    }
+    json_tokener_free(tokener);
+    return root;
+}
+
+json_object* jsonCfgPlus::parse(std::string path) {
+    std::string data;
+    if (!jcp::readWholeFile(path, data)) return nullptr;
+    return parse(data.data(), static_cast<unsigned int>(data.size()));
+}
+
+int jsonCfgPlus::validate(const char* path) {
+    std::string shown = path != nullptr ? path : "";
+    jcp::diag("");
+    jcp::diag("Validating file: ", shown, "\n");
+    std::string data;
+    if (path == nullptr || !jcp::readWholeFile(path, data)) {
+        jcp::diag("error in file:", shown);
+        return -1;
+    }
+    json_object* root = json_tokener_parse(data.c_str());
+    if (root == nullptr) {
+        jcp::diag("error in JSON file");
+        return -1;
+    }
+    jcp::diag("Validated!");
+    jcp::diag(json_object_to_json_string_ext(root, kSaveFlags));
+    json_object_put(root);
+    return 0;
+}
+
+int jsonCfgPlus::saveJsonCfgPlus(json_object* root) {
+    if (root == nullptr) return 0;
+    const char* text = json_object_to_json_string_ext(root, kSaveFlags);
+    std::string fileName =
+        "/tmp/json_q" + std::to_string(g_saveSlot) + (m_save_backup != 0 ? "_bk" : "") + ".json";
+    if (++g_saveSlot > 2) g_saveSlot = 1;
+    size_t length = std::strlen(text);
+    jcp::diag("save JSON-Q+ configuration to file: ", fileName, ", size:", length);
+    std::ofstream out(fileName, std::ios::out | std::ios::trunc | std::ios::binary);
+    if (!out.is_open()) {
+        jcp::diag("Unable to open file: ", fileName);
+        return -1;
+    }
+    out.write(text, static_cast<std::streamsize>(length));
+    out.put('\n');
+    out.close();
+    jcp::diag("JSON-Q+ Configuration is saved to file: ", fileName);
+    return 0;
+}
+
+int jsonCfgPlus::saveJsonCfgPlus(const char* text, unsigned int len) {
+    json_object* root = jsonCfgPlus().parse(text, len);
+    if (root == nullptr) return 0;
+    int result = saveJsonCfgPlus(root);
+    json_object_put(root);
+    return result;
+}
+
+bool jsonCfgPlus::isStrList(json_object* o, std::list<std::string>& out) {
+    if (o == nullptr || !json_object_is_type(o, json_type_array)) return false;
+    size_t length = json_object_array_length(o);
+    if (length < 1) return false;
+    for (size_t i = 0; i < length; ++i) {
+        json_object* item = json_object_array_get_idx(o, i);
+        if (item == nullptr || !json_object_is_type(item, json_type_string)) return false;
+        out.emplace_back(json_object_get_string(item),
+                         static_cast<size_t>(json_object_get_string_len(item)));
+    }
+    return true;
+}
+
+bool jsonCfgPlus::isIntList(json_object* o, std::list<int>& out) {
+    if (o == nullptr || !json_object_is_type(o, json_type_array)) return false;
+    size_t length = json_object_array_length(o);
+    if (length < 1) return false;
+    for (size_t i = 0; i < length; ++i) {
+        json_object* item = json_object_array_get_idx(o, i);
+        if (item == nullptr || !json_object_is_type(item, json_type_int)) return false;
+        out.push_back(json_object_get_int(item));
+    }
+    return true;
+}
+
+bool jsonCfgPlus::isEmptyObj(json_object* o) {
+    return o != nullptr && json_object_is_type(o, json_type_object) &&
+           json_object_object_length(o) == 0;
+}

@@ -1,0 +1,92 @@
+// jsonCfgPlus: one received JSON-Q+ document while it is turned into element lists.
+#ifndef JSONCFGPLUS_DOCUMENT_JSON_CFG_PLUS_H
+#define JSONCFGPLUS_DOCUMENT_JSON_CFG_PLUS_H
+
+#include <json-c/json.h>
+
+#include <cstdint>
+#include <list>
+#include <string>
+#include <vector>
+
+#include "api/diag.h"
+#include "api/export.h"
+#include "api/jsoncfgplus.h"
+#include "document/json_cfg_all.h"
+#include "document/radio_entry.h"
+#include "model/cfg_element.h"
+
+class JCP_EXPORT jsonCfgPlus {
+  public:
+    jsonCfgPlus() = default;
+    jsonCfgPlus(const jsonCfgPlus&) = delete;
+    jsonCfgPlus& operator=(const jsonCfgPlus&) = delete;
+    virtual ~jsonCfgPlus();
+    // Empties the element lists and the radio vector and clears the Redis key and port.
+    virtual void reset();
+
+    // Parses exactly len bytes; null (and "Error: ..." on standard error) when not JSON.
+    // The caller owns the tree.
+    json_object* parse(const char* text, unsigned int len);
+    // Parses a file's content; null silently when it cannot be read.
+    json_object* parse(std::string path);
+    // Prints what it finds; 0 when the file holds JSON, -1 otherwise.
+    int validate(const char* path);
+    // Writes the tree to the next of the two /tmp slots; 0 written or nothing to write.
+    int saveJsonCfgPlus(json_object* root);
+    int saveJsonCfgPlus(const char* text, unsigned int len);
+
+    // Builds the element lists from a document and runs m_callback on success.
+    int buildConfig(const char* text, unsigned int len);
+    int buildConfig(const char* path);
+
+    // JSON shape tests; the list forms append what they read, even when they fail later.
+    static bool isStrList(json_object* o, std::list<std::string>& out);
+    static bool isIntList(json_object* o, std::list<int>& out);
+    static bool isEmptyObj(json_object* o);
+    static int getMaxRadio() { return 3; }
+
+    // Flattens a JSON sub-tree into elements named by their slash-joined key paths. The
+    // include/exclude lists filter the members of node itself, never deeper.
+    static void walk(json_object* node, const std::string& path,
+                     const std::list<std::string>& include, const std::list<std::string>& exclude,
+                     std::list<cfgElement>& out);
+    // Puts element into list by name: replaces in place (replace true) or appends.
+    static void addCfgElement(std::list<cfgElement>& list, cfgElement element, bool replace);
+    static bool inList(std::string key, const std::list<std::string>& list);
+
+    // Element-side dump of the global list, the radios, their services and meshpoints.
+    void printConfig() const;
+
+    static const std::list<std::string> m_radio_qos_vns_names;
+    static const std::string m_wired_port_prefix;
+    static const std::string m_bridge_port_prefix;
+
+    uint32_t m_request_id = 0;
+    int32_t m_cen_time = 0;
+    int32_t m_redis_depth = 0;
+    std::string m_redis_ip;
+    int32_t m_redis_port = 0;
+    std::string m_redis_key;
+    int32_t m_save = 0;
+    int32_t m_save_backup = 0;
+    int32_t m_trace = 0;
+    jsonCfgPlusCallback m_callback = nullptr;
+    std::list<cfgElement> m_global;
+    std::vector<radio_entry> m_radios;
+    jsonCfgAll m_all;
+
+  private:
+    // Progress line, printed only with the trace flag.
+    template <typename... Parts>
+    void trace(const Parts&... parts) const;
+    // Steps of buildConfig after the object table is built; the result of the build.
+    int buildFromTable(json_object* root);
+};
+
+template <typename... Parts>
+void jsonCfgPlus::trace(const Parts&... parts) const {
+    if (m_trace != 0) jcp::diag(parts...);
+}
+
+#endif

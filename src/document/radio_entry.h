@@ -1,0 +1,28 @@
+// One radio (or wired/bridge pseudo-radio) with its WLAN services and meshpoints.
+#ifndef JSONCFGPLUS_DOCUMENT_RADIO_ENTRY_H
+#define JSONCFGPLUS_DOCUMENT_RADIO_ENTRY_H
+
+#include <list>
+#include <string>
+#include <vector>
+
+#include "api/export.h"
+#include "model/cfg_element.h"
+
+// One WLAN service (VNS) or meshpoint on one radio.
+struct JCP_EXPORT vns_entry {
+    int index = 0;    // BSS slot on the radio (the map's "bss" - 1); the entries' VNS id
+    int radioId = 0;  // owning radio's id
+    int ssidId = 0;   // the service's "cen_ssid_id"
+    std::list<cfgElement> elements;
+};
+
+struct JCP_EXPORT radio_entry {
+    int id = 0;  // 1..3 wireless; "pN" is N + 3
+    std::string name;
+    std::list<cfgElement> elements;
+    std::vector<vns_entry> wlans;
+    std::vector<vns_entry> meshpoints;
+};
+
+#endif

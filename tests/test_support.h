@@ -1,0 +1,48 @@
+// Shared test helpers: captured output, test documents, temporary directories.
+#ifndef JSONCFGPLUS_TESTS_TEST_SUPPORT_H
+#define JSONCFGPLUS_TESTS_TEST_SUPPORT_H
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+
+#include "api/jsoncfgplus.h"
+
+namespace testsupport {
+
+// Standard output written while fn runs.
+std::string captureStdout(const std::function<void()>& fn);
+// Standard error written while fn runs.
+std::string captureStderr(const std::function<void()>& fn);
+// A file under tests/data.
+std::string dataPath(const std::string& name);
+std::string readFile(const std::string& path);
+void writeFile(const std::string& path, const std::string& content);
+
+// parseJsonCfgPlus over a string, output captured (it is noisy); callback as given.
+apiCfgPlusResult* parseText(const std::string& text, jsonCfgPlusCallback callback = nullptr,
+                            std::string* output = nullptr);
+
+// A directory that lives as long as the object.
+class TempDir {
+  public:
+    TempDir();
+    ~TempDir();
+    TempDir(const TempDir&) = delete;
+    TempDir& operator=(const TempDir&) = delete;
+    const std::string& path() const { return m_path; }
+    std::string file(const std::string& name) const { return m_path + "/" + name; }
+
+  private:
+    std::string m_path;
+};
+
+// The entry named name in an array, or null.
+const apiCfgPlusEntry* findEntry(const apiCfgPlusEntryArray& array, const std::string& name);
+// Nested entries of a kind 9 or 10 entry.
+size_t nestedCount(const apiCfgPlusEntry& entry);
+
+}  // namespace testsupport
+
+#endif

@@ -1,0 +1,71 @@
+// Commands over one document: dump, validate, reqid and check.
+#include <cstdio>
+#include <stdexcept>
+
+#include "api/clock.h"
+#include "api/jsoncfgplus.h"
+#include "args.h"
+#include "commands.h"
+#include "document/json_cfg_plus.h"
+
+namespace tool {
+
+namespace {
+
+// The conversion pipeline the dump runs unless told not to.
+constexpr jsonCfgPlusCallback kPipeline = nullptr;
+
+bool g_clockRequested = false;
+
+// Stands in for settimeofday unless --set-clock is given: the clock is left alone.
+int leaveClockAlone(const struct timeval*, const struct timezone*) {
+    g_clockRequested = true;
+    return -1;
+}
+
+}  // namespace
+
+int runDump(int argc, char** argv) {
+    Args args(argc, argv, {"no-convert", "trace", "save", "save-backup"}, {});
+    std::string text = readInput(args.positionals(1)[0]);
+    jsonCfgPlusCallback pipeline = args.has("no-convert") ? nullptr : kPipeline;
+    apiCfgPlusResult* result =
+        parseJsonCfgPlus(text.data(), static_cast<unsigned int>(text.size()), pipeline,
+                         args.has("save"), args.has("save-backup"), args.has("trace"));
+    if (result == nullptr)
+        throw std::runtime_error("the document was not built (the reason is printed above)");
+    printJsonCfgPlus(result);
+    freeJsonCfgPlus(result);
+    return 0;
+}
+
+int runValidate(int argc, char** argv) {
+    Args args(argc, argv, {}, {});
+    std::string path = inputPath(args.positionals(1)[0]);
+    if (jsonCfgPlus().validate(path.c_str()) != 0)
+        throw std::runtime_error(args.positionals(1)[0] + " is not a valid JSON document");
+    return 0;
+}
+
+int runReqId(int argc, char** argv) {
+    Args args(argc, argv, {}, {});
+    std::string text = readInput(args.positionals(1)[0]);
+    std::printf("%d\n", getJsonCfgPlusReqId(text.data(), static_cast<unsigned int>(text.size())));
+    return 0;
+}
+
+int runCheck(int argc, char** argv) {
+    Args args(argc, argv, {"set-clock"}, {"serial"});
+    std::string text = readInput(args.positionals(1)[0]);
+    std::string serial = args.option("serial", "");
+    if (!args.has("set-clock")) jcp::setClockSetter(&leaveClockAlone);
+    int requestId = 0;
+    int rc = checkJsonCfgPlus(text.data(), static_cast<unsigned int>(text.size()),
+                              args.hasOption("serial") ? serial.c_str() : nullptr, &requestId);
+    if (g_clockRequested)
+        std::fprintf(stderr, "jsoncfgplus: check: clock left unchanged (--set-clock sets it)\n");
+    if (rc != 0) throw std::runtime_error("serial number mismatch");
+    return 0;
+}
+
+}  // namespace tool

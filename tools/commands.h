@@ -1,0 +1,21 @@
+// The tool's commands; each takes the arguments after its name and returns the exit code.
+#ifndef JSONCFGPLUS_TOOLS_COMMANDS_H
+#define JSONCFGPLUS_TOOLS_COMMANDS_H
+
+namespace tool {
+
+struct Command {
+    const char* name;
+    const char* usage;    // arguments, shown after the command name
+    const char* summary;  // one line for the command list
+    int (*run)(int argc, char** argv);
+};
+
+int runDump(int argc, char** argv);
+int runValidate(int argc, char** argv);
+int runReqId(int argc, char** argv);
+int runCheck(int argc, char** argv);
+
+}  // namespace tool
+
+#endif

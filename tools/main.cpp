@@ -1,0 +1,60 @@
+// jsoncfgplus: the library's translation, checks and transport for people working by hand.
+#include <cstdio>
+#include <cstring>
+#include <exception>
+#include <string>
+
+#include "args.h"
+#include "commands.h"
+
+namespace {
+
+const tool::Command kCommands[] = {
+    {"dump", "FILE [--no-convert] [--trace] [--save] [--save-backup]",
+     "build a document and print every entry handed to the daemon", tool::runDump},
+    {"validate", "FILE", "check that a file holds JSON and print it back", tool::runValidate},
+    {"reqid", "FILE", "print the document's request id (0 when absent)", tool::runReqId},
+    {"check", "FILE [--serial SN] [--set-clock]",
+     "compare the document's serial number with SN; set the clock only when asked", tool::runCheck},
+};
+
+void printUsage(FILE* out) {
+    std::fprintf(out, "usage: jsoncfgplus <command> [options]   (FILE may be - for stdin)\n\n");
+    for (const tool::Command& c : kCommands)
+        std::fprintf(out, "  %-10s %s\n  %-10s   %s\n", c.name, c.usage, "", c.summary);
+}
+
+bool wantsHelp(int argc, char** argv) {
+    for (int i = 0; i < argc; ++i) {
+        if (std::strcmp(argv[i], "--help") == 0 || std::strcmp(argv[i], "-h") == 0) return true;
+    }
+    return false;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (argc < 2 || std::strcmp(argv[1], "--help") == 0 || std::strcmp(argv[1], "-h") == 0) {
+        printUsage(argc < 2 ? stderr : stdout);
+        return argc < 2 ? 2 : 0;
+    }
+    for (const tool::Command& c : kCommands) {
+        if (std::strcmp(argv[1], c.name) != 0) continue;
+        if (wantsHelp(argc - 2, argv + 2)) {
+            std::printf("usage: jsoncfgplus %s %s\n  %s\n", c.name, c.usage, c.summary);
+            return 0;
+        }
+        try {
+            return c.run(argc - 2, argv + 2);
+        } catch (const tool::UsageError& e) {
+            std::fprintf(stderr, "jsoncfgplus %s: %s (usage: jsoncfgplus %s %s)\n", c.name,
+                         e.what(), c.name, c.usage);
+            return 2;
+        } catch (const std::exception& e) {
+            std::fprintf(stderr, "jsoncfgplus %s: %s\n", c.name, e.what());
+            return 1;
+        }
+    }
+    std::fprintf(stderr, "jsoncfgplus: unknown command '%s' (see jsoncfgplus --help)\n", argv[1]);
+    return 2;
+}
