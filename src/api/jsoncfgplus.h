@@ -103,8 +103,31 @@ JCP_EXPORT int checkJsonCfgPlus(const char* json, unsigned int length, const cha
 /* Prints a result record section by section; NULL prints nothing. */
 JCP_EXPORT void printJsonCfgPlus(apiCfgPlusResult* result);
 
+/* Stores payload in Redis under the key named by the pointer document's "ip", "port" and
+ * "key"; -1 when the pointer document is unusable or the server unreachable. */
+JCP_EXPORT int sendJsonCfgPlus(const char* pointer, unsigned int length, const char* payload,
+                               int verbose);
+/* Reads key from host:port; 0 when a string value was read, -1 otherwise. */
+JCP_EXPORT int testJsonCfgPlusRedis(const char* host, int port, const char* key);
+
+/* Reloads the debug settings file; the record lives as long as the library. */
+JCP_EXPORT jsonCfgPlusDebug* getJsonCfgPlusDebugCfg(void);
+/* The apply-configuration file's content, re-read on every call; NULL when there is none. */
+JCP_EXPORT const char* getJsonCfgPlusDebugApplyCfg(void);
+/* Sets the apply-configuration file path (NULL means none) and clears the payload. */
+JCP_EXPORT void setJsonCfgPlusDebugApplyCfg(const char* path);
+JCP_EXPORT void printJsonCfgPlusDebugCfg(void);
+
+/* The conversion pipeline; -1 for a null document, else the first non-zero converter result. */
+JCP_EXPORT int jsonCfgPlusParserCallback(jsonCfgPlus* document);
+/* The wireless-mode bit mask of a list of rate names for a band (0 2.4 GHz, 1 5 GHz, 2 6 GHz). */
+JCP_EXPORT int jsonCfgPlusRates2WirelessMode(int band, const char** rates, int count,
+                                             uint32_t* mode, const char** basic);
+
 #ifdef __cplusplus
 }
 #endif
+
+#include "addr/addrchk.h"
 
 #endif
