@@ -15,6 +15,9 @@ int runDump(int argc, char** argv);
 int runValidate(int argc, char** argv);
 int runReqId(int argc, char** argv);
 int runCheck(int argc, char** argv);
+int runRedisSend(int argc, char** argv);
+int runRedisTest(int argc, char** argv);
+int runDebugConfig(int argc, char** argv);
 
 }  // namespace tool
 

@@ -16,6 +16,13 @@ const tool::Command kCommands[] = {
     {"reqid", "FILE", "print the document's request id (0 when absent)", tool::runReqId},
     {"check", "FILE [--serial SN] [--set-clock]",
      "compare the document's serial number with SN; set the clock only when asked", tool::runCheck},
+    {"redis-send", "POINTER PAYLOAD [--verbose]",
+     "store PAYLOAD under the Redis key that the POINTER document names", tool::runRedisSend},
+    {"redis-test", "HOST PORT KEY", "read KEY from the Redis server at HOST:PORT",
+     tool::runRedisTest},
+    {"debug-config", "[--file XML]",
+     "reload the debug settings (default /home/config/cap.conf.xml) and print them",
+     tool::runDebugConfig},
 };
 
 void printUsage(FILE* out) {

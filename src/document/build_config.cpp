@@ -53,5 +53,94 @@ int jsonCfgPlus::buildFromTable(json_object* root) {
     jsonCfgObj::getJsonIntValue("port", root, m_redis_port);
     jsonCfgObj::getJsonStrValue("key", root, m_redis_key);
 
+    if (jsonCfgObj* assocAcl = m_all.findCfgObject("assoc_acl")) {
+        if (json_object* first = assocAcl->findJsonElement(0u)) {
+            walk(first, "assoc_acl", none, none, m_global);
+        } else {
+            m_global.push_back(cfgElement("assoc_acl/rule", cfgObjArray(), ""));
+        }
+    }
+    if (json_object* extApps = jsonCfgObj::getJsonObject("cen_ext_app_cfg_tbl", root))
+        walk(extApps, "cen_ext_app_cfg_tbl", none, none, m_global);
+    if (jsonCfgObj* radioQos = m_all.findCfgObject("radio_qos")) {
+        if (json_object* first = radioQos->findJsonElement(0u))
+            walk(first, "radio_qos", none, m_radio_qos_vns_names, m_global);
+    }
+
+    jsonCfgObj* deviceObj = m_all.findCfgObject("device");
+    if (deviceObj == nullptr) {
+        jcp::diag("[ERR] not found mandatory device.");
+        return -1;
+    }
+    json_object* device = deviceObj->findJsonElement(0u);
+    if (m_all.findCfgObject("profile") != nullptr) buildProfileConfig(device);
+
+    // Walked last, so a device value replaces the profile's value where it stands.
+    walk(device, "", none, {"rf_domain_name", "profile_name"}, m_global);
+    if (json_object* interfaces = jsonCfgObj::getJsonObject("interface", device))
+        buildInterfaceConfig(interfaces, nullptr, nullptr);
+
     return m_callback != nullptr ? m_callback(this) : 0;
+}
+
+void jsonCfgPlus::buildProfileConfig(json_object* device) {
+    const std::list<std::string> none;
+    json_object* profile = m_all.resolveRelationship(device, "profile_name", "profile");
+    json_object* rfDomain = m_all.resolveRelationship(device, "rf_domain_name", "rf_domain");
+
+    if (profile == nullptr) {
+        jcp::diag("[INFO] device: profile not resolved");
+    } else {
+        jcp::diag("device: profile resolved.");
+        walk(profile, "", none, {"interface", "name", "type", "management_policy"}, m_global);
+    }
+
+    json_object* management =
+        m_all.resolveRelationship(profile, "management_policy", "management_policy");
+    if (management == nullptr) {
+        jcp::diag("[INFO] management policy not resolved.");
+    } else {
+        jcp::diag("resolved management policy from profile.");
+        walk(management, "management_policy", none, none, m_global);
+    }
+
+    if (rfDomain == nullptr) {
+        jcp::diag("[INFO] device: rf_domain not resolved");
+    } else {
+        jcp::diag("device: resolved rf_domain. ");
+        buildRfDomainConfig(rfDomain);
+    }
+
+    if (json_object* interfaces = jsonCfgObj::getJsonObject("interface", profile)) {
+        buildInterfaceConfig(interfaces, jsonCfgObj::getJsonObject("meshpoint_device", profile),
+                             jsonCfgObj::getJsonObject("meshpoint_device", device));
+    }
+}
+
+void jsonCfgPlus::buildRfDomainConfig(json_object* rfDomain) {
+    const std::list<std::string> none;
+    walk(rfDomain, "rf_domain", none, {"smart_rf_policy"}, m_global);
+
+    json_object* sensor =
+        m_all.resolveRelationship(rfDomain, "sensor_policy_name", "sensor_policy");
+    if (sensor == nullptr) {
+        jcp::diag("[INFO] sensor_policy from rf_domain not resolved.");
+    } else {
+        jcp::diag("resolved sensor_policy from rf_domain.");
+        walk(sensor, "rf_domain/sensor_policy", none, none, m_global);
+    }
+
+    json_object* smartRf =
+        m_all.resolveRelationship(rfDomain, "smart_rf_policy", "smart_rf_policy");
+    if (smartRf == nullptr) {
+        jcp::diag("[INFO] smart_rf_policy from rf_domain not resolved.");
+    } else {
+        jcp::diag("resolved smart_rf_policy from rf_domain.");
+        walk(smartRf, "rf_domain/smart_rf_policy", none, none, m_global);
+        m_global.push_back(
+            cfgElement("smart_rf_cfg",
+                       json_object_to_json_string_ext(
+                           smartRf, JSON_C_TO_STRING_SPACED | JSON_C_TO_STRING_PRETTY),
+                       ""));
+    }
 }

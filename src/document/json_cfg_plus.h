@@ -55,6 +55,24 @@ class JCP_EXPORT jsonCfgPlus {
     static void addCfgElement(std::list<cfgElement>& list, cfgElement element, bool replace);
     static bool inList(std::string key, const std::list<std::string>& list);
 
+    // Interface build: VLANs, Ethernet ports, radios, IoT, UWB, wired and bridge ports.
+    void buildInterfaceConfig(json_object* interfaces, json_object* profileMeshpointDevices,
+                              json_object* deviceMeshpointDevices);
+    // Fills radio.wlans from a "wlanbssmap" array; radioQos goes to WLANs with a QoS policy.
+    void buildWlanConfig(json_object* bssMap, radio_entry& radio,
+                         const std::list<cfgElement>& radioQos, json_object* testInterface);
+    // Fills radio.meshpoints from a "meshpointbssmap" array.
+    void buildMeshpointConfig(json_object* bssMap, radio_entry& radio,
+                              json_object* profileMeshpointDevices,
+                              json_object* deviceMeshpointDevices);
+    // Inserts by ascending id, or merges into the radio with the same id (WLANs included,
+    // meshpoints not).
+    static void mergeRadioCfgElements(std::vector<radio_entry>& radios, radio_entry& newRadio);
+    // Merges into the service with the same radio and SSID id, or appends.
+    static void mergeVnsCfgElement(std::vector<vns_entry>& services, vns_entry& newVns);
+    static bool isWiredPortInterface(const std::string& name);
+    static bool isBridgePortInterface(const std::string& name);
+
     // Element-side dump of the global list, the radios, their services and meshpoints.
     void printConfig() const;
 
@@ -82,6 +100,24 @@ class JCP_EXPORT jsonCfgPlus {
     void trace(const Parts&... parts) const;
     // Steps of buildConfig after the object table is built; the result of the build.
     int buildFromTable(json_object* root);
+    // The device's related objects: profile, management policy, RF domain and its policies.
+    void buildProfileConfig(json_object* device);
+    void buildRfDomainConfig(json_object* rfDomain);
+    void buildRadioInterface(json_object* radio, const std::string& name,
+                             json_object* profileMeshpointDevices,
+                             json_object* deviceMeshpointDevices);
+    void buildBluetoothInterface(json_object* bluetooth);
+    void buildWiredPortInterface(json_object* port, const std::string& name);
+    void buildBridgePortInterface(json_object* port, const std::string& name);
+    // A port as a pseudo-radio with id (its number + idOffset) and its own WLANs.
+    void buildPortRadio(json_object* port, const std::string& name, size_t prefixLength,
+                        int idOffset);
+    // Starts a service entry for BSS slot bss; false when the service is dropped.
+    bool startService(int bss, json_object* service, const radio_entry& radio,
+                      vns_entry& out) const;
+    // Walks the objects a WLAN refers to by name (ACLs, policies, captive portal).
+    void walkWlanReferences(json_object* wlan, const std::list<cfgElement>& radioQos,
+                            std::list<cfgElement>& out) const;
 };
 
 template <typename... Parts>

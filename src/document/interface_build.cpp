@@ -1,0 +1,193 @@
+// The interface build: the device's or profile's "interface" array into global interface
+// elements and one radio entry per radio or port.
+#include <regex>
+
+#include "api/diag.h"
+#include "document/json_cfg_plus.h"
+
+namespace {
+
+const std::list<std::string> kNone;
+
+// Keys of a radio object that are not radio settings of their own.
+const std::list<std::string> kRadioWalkExcluded = {
+    "placement",  "qos_policy",     "wlanbssmap",        "meshpointbssmap",
+    "type",       "cen_forwarder",  "aeroscout_forward", "aeroscout_mac",
+    "ekahau_mac", "ekahau_forward", "centrak_mac",       "centrak_forward"};
+
+// The radio's placement and location-forwarder settings are kept for the location
+// converters under "cen_radio/", marking them as converter input rather than radio settings.
+const std::list<std::string> kRadioLocationKeys = {
+    "placement",  "cen_forwarder",  "aeroscout_forward", "aeroscout_mac",
+    "ekahau_mac", "ekahau_forward", "centrak_mac",       "centrak_forward"};
+
+// Keys of a port object that describe the port itself rather than its settings.
+const std::list<std::string> kPortWalkExcluded = {"name", "type", "wlanbssmap"};
+
+// The IoT radio shares the AP's last wireless radio slot.
+constexpr int kBluetoothRadioId = 3;
+
+// Numbers in names are small slot numbers; anything longer is not a slot.
+constexpr size_t kMaxSlotDigits = 6;
+
+bool isVirtualInterfaceType(const std::string& type) {
+    return type == "vlan" || type == "marlin" || type == "virtual_network" || type == "gre";
+}
+
+// The decimal number at the start of text, or -1 when there is none (or it is too long).
+int leadingNumber(const std::string& text) {
+    size_t digits = 0;
+    while (digits < text.size() && text[digits] >= '0' && text[digits] <= '9') ++digits;
+    if (digits == 0 || digits > kMaxSlotDigits) return -1;
+    return std::stoi(text.substr(0, digits));
+}
+
+std::string stringMember(json_object* obj, const char* key) {
+    std::string value;
+    jsonCfgObj::getJsonStrValue(key, obj, value);
+    return value;
+}
+
+}  // namespace
+
+bool jsonCfgPlus::isWiredPortInterface(const std::string& name) {
+    static const std::regex pattern("^p[0-9]+$");
+    return std::regex_match(name, pattern);
+}
+
+bool jsonCfgPlus::isBridgePortInterface(const std::string& name) {
+    static const std::regex pattern("^br[0-9]+$");
+    return std::regex_match(name, pattern);
+}
+
+void jsonCfgPlus::buildInterfaceConfig(json_object* interfaces,
+                                       json_object* profileMeshpointDevices,
+                                       json_object* deviceMeshpointDevices) {
+    trace("process interface.");
+    if (interfaces == nullptr || !json_object_is_type(interfaces, json_type_array)) return;
+    size_t count = json_object_array_length(interfaces);
+
+    cfgObjArray virtualInterfaces;
+    for (size_t i = 0; i < count; ++i) {
+        json_object* item = json_object_array_get_idx(interfaces, i);
+        std::string name;
+        if (!jsonCfgObj::getJsonStrValue("name", item, name)) continue;
+        if (!isVirtualInterfaceType(stringMember(item, "type"))) continue;
+        std::list<cfgElement> fields;
+        walk(item, "", kNone, kNone, fields);
+        virtualInterfaces.emplace_back("", std::move(fields), "");
+    }
+    if (!virtualInterfaces.empty()) {
+        // Replaces the profile's list when the device brings its own.
+        addCfgElement(m_global, cfgElement("cen_if_vlans", std::move(virtualInterfaces), ""), true);
+    }
+
+    for (size_t i = 0; i < count; ++i) {
+        json_object* item = json_object_array_get_idx(interfaces, i);
+        std::string name;
+        if (!jsonCfgObj::getJsonStrValue("name", item, name)) continue;
+        if (stringMember(item, "type") != "ethernet") continue;
+        if (name == "port-channel1") {
+            // Its switchport carries the native VLAN: "ethernet_if/switchport/native_vlan" and
+            // "ethernet_if/switchport/native_vlan_tagged", in the kinds the document gives.
+            walk(item, "ethernet_if", kNone, kNone, m_global);
+        } else if (name == "ge1") {
+            // A ge1 in a static channel group takes its switchport from port-channel1, so its
+            // own switchport must not override the channel's native VLAN.
+            int channelGroup = 0;
+            jsonCfgObj::getJsonIntValue("static_channel_group", item, channelGroup);
+            std::list<std::string> excluded;
+            if (channelGroup > 0) excluded.push_back("switchport");
+            walk(item, "ethernet_if", kNone, excluded, m_global);
+        }
+    }
+
+    for (size_t i = 0; i < count; ++i) {
+        json_object* item = json_object_array_get_idx(interfaces, i);
+        std::string name;
+        if (!jsonCfgObj::getJsonStrValue("name", item, name)) continue;
+        std::string type = stringMember(item, "type");
+        if (type == "radio") {
+            buildRadioInterface(item, name, profileMeshpointDevices, deviceMeshpointDevices);
+        } else if (name == "bluetooth1") {
+            buildBluetoothInterface(item);
+        } else if (type == "uwb") {
+            trace("process UWB: ", name);
+            walk(item, "uwb", kNone, kNone, m_global);
+        } else if (isWiredPortInterface(name)) {
+            buildWiredPortInterface(item, name);
+        } else if (isBridgePortInterface(name)) {
+            buildBridgePortInterface(item, name);
+        }
+    }
+}
+
+void jsonCfgPlus::buildRadioInterface(json_object* radioJson, const std::string& name,
+                                      json_object* profileMeshpointDevices,
+                                      json_object* deviceMeshpointDevices) {
+    constexpr size_t kRadioPrefixLength = 5;  // "radio"
+    int id = name.size() > kRadioPrefixLength ? leadingNumber(name.substr(kRadioPrefixLength)) : -1;
+    if (id < 1) {
+        jcp::diag("[WARN] radio without a radio number in its name skipped: ", name);
+        return;
+    }
+    trace("process Radio: ", id);
+
+    radio_entry radio;
+    radio.id = id;
+    radio.name = name;
+    addCfgElement(radio.elements, cfgElement("cen_radio_id", id, "name"), true);
+    walk(radioJson, "", kNone, kRadioWalkExcluded, radio.elements);
+    walk(radioJson, "cen_radio", kRadioLocationKeys, kNone, radio.elements);
+
+    std::list<cfgElement> radioQos;
+    if (json_object* qos = m_all.resolveRelationship(radioJson, "qos_policy", "radio_qos"))
+        walk(qos, "qos_policy", m_radio_qos_vns_names, kNone, radioQos);
+
+    buildWlanConfig(jsonCfgObj::getJsonObject("wlanbssmap", radioJson), radio, radioQos, nullptr);
+    buildMeshpointConfig(jsonCfgObj::getJsonObject("meshpointbssmap", radioJson), radio,
+                         profileMeshpointDevices, deviceMeshpointDevices);
+    mergeRadioCfgElements(m_radios, radio);
+}
+
+void jsonCfgPlus::buildBluetoothInterface(json_object* bluetooth) {
+    trace("process Bluetooth radio-id: ", kBluetoothRadioId);
+    walk(bluetooth, "iot", kNone, kNone, m_global);
+
+    radio_entry radio;
+    radio.id = kBluetoothRadioId;
+    radio.name = "bluetooth1";
+    bool shutdown = false;
+    jsonCfgObj::getJsonBoolValue("shutdown", bluetooth, shutdown);
+    addCfgElement(radio.elements, cfgElement("cen_radio_id", kBluetoothRadioId, "name"), true);
+    addCfgElement(radio.elements, cfgElement("shutdown", shutdown, "shutdown"), true);
+    buildWlanConfig(jsonCfgObj::getJsonObject("wlanbssmap", bluetooth), radio, {}, nullptr);
+    mergeRadioCfgElements(m_radios, radio);
+}
+
+void jsonCfgPlus::buildWiredPortInterface(json_object* port, const std::string& name) {
+    buildPortRadio(port, name, m_wired_port_prefix.size(), getMaxRadio());
+}
+
+void jsonCfgPlus::buildBridgePortInterface(json_object* port, const std::string& name) {
+    // Bridge ports follow the three wired ports: brN is pseudo-radio N + 6.
+    constexpr int kWiredPortCount = 3;
+    buildPortRadio(port, name, m_bridge_port_prefix.size(), getMaxRadio() + kWiredPortCount);
+}
+
+void jsonCfgPlus::buildPortRadio(json_object* port, const std::string& name, size_t prefixLength,
+                                 int idOffset) {
+    int number = leadingNumber(name.substr(prefixLength));
+    // Port 0 would land on a wireless radio's id.
+    if (number < 1) {
+        jcp::diag("[WARN] port number out of range, port skipped: ", name);
+        return;
+    }
+    radio_entry radio;
+    radio.id = number + idOffset;
+    radio.name = name;
+    addCfgElement(radio.elements, cfgElement("cen_radio_id", radio.id, "name"), true);
+    walk(port, "", kNone, kPortWalkExcluded, radio.elements);
+    buildWlanConfig(jsonCfgObj::getJsonObject("wlanbssmap", port), radio, {}, nullptr);
+    mergeRadioCfgElements(m_radios, radio);
+}

@@ -1,0 +1,166 @@
+// WLAN services and meshpoints of one radio, built from its BSS maps.
+#include <cstring>
+
+#include "api/diag.h"
+#include "document/json_cfg_plus.h"
+
+namespace {
+
+const std::list<std::string> kNone;
+
+// A WLAN member naming a top-level object, and the table it names into; the object's
+// elements are walked under the member's own name.
+struct WlanReference {
+    const char* member;
+    const char* table;
+};
+
+const WlanReference kWlanReferences[] = {
+    {"qos_policy", "wlan_qos"},   {"mac_in_acl", "mac_acl"},
+    {"mac_out_acl", "mac_acl"},   {"ip_in_acl", "ip_acl"},
+    {"ip_out_acl", "ip_acl"},     {"ipv6_in_acl", "ipv6_acl"},
+    {"ipv6_out_acl", "ipv6_acl"}, {"captive_portal", "captive_portal"},
+    {"app_policy", "app_policy"}, {"passpoint_policy", "passpoint_policy"},
+};
+
+const std::list<std::string> kWlanReferenceKeys = [] {
+    std::list<std::string> keys;
+    for (const WlanReference& ref : kWlanReferences) keys.emplace_back(ref.member);
+    return keys;
+}();
+
+const WlanReference* findReference(const char* member) {
+    for (const WlanReference& ref : kWlanReferences) {
+        if (std::strcmp(ref.member, member) == 0) return &ref;
+    }
+    return nullptr;
+}
+
+bool isArrayWithItems(json_object* o) {
+    return o != nullptr && json_object_is_type(o, json_type_array) &&
+           json_object_array_length(o) > 0;
+}
+
+}  // namespace
+
+bool jsonCfgPlus::startService(int bss, json_object* service, const radio_entry& radio,
+                               vns_entry& out) const {
+    out.index = bss - 1;
+    out.radioId = radio.id;
+    out.ssidId = 0;
+    addCfgElement(out.elements, cfgElement("cen_radio_id", radio.id, "name"), true);
+    int ssidId = 0;
+    if (!jsonCfgObj::getJsonIntValue("cen_ssid_id", service, ssidId)) {
+        jcp::diag("[ERROR] cen_ssid_id is not specified.");
+        return false;
+    }
+    out.ssidId = ssidId;
+    addCfgElement(out.elements, cfgElement("cen_ssid_id", ssidId, "ssid_id"), true);
+    return true;
+}
+
+void jsonCfgPlus::buildWlanConfig(json_object* bssMap, radio_entry& radio,
+                                  const std::list<cfgElement>& radioQos,
+                                  json_object* testInterface) {
+    trace("process VNS. radio_id=", radio.id);
+    if (!isArrayWithItems(bssMap)) return;
+    size_t count = json_object_array_length(bssMap);
+    for (size_t i = 0; i < count; ++i) {
+        json_object* item = json_object_array_get_idx(bssMap, i);
+        if (!json_object_is_type(item, json_type_object)) continue;
+        int bss = 0;
+        if (!jsonCfgObj::getJsonIntValue("bss", item, bss)) continue;
+        json_object* wlan = m_all.resolveRelationship(item, "wlan", "wlan");
+        if (wlan == nullptr) continue;
+
+        vns_entry service;
+        if (!startService(bss, wlan, radio, service)) continue;
+        if (testInterface != nullptr)
+            walk(testInterface, "test_interface", kNone, kNone, service.elements);
+        walk(wlan, "", kNone, kWlanReferenceKeys, service.elements);
+        walkWlanReferences(wlan, radioQos, service.elements);
+        mergeVnsCfgElement(radio.wlans, service);
+    }
+}
+
+void jsonCfgPlus::walkWlanReferences(json_object* wlan, const std::list<cfgElement>& radioQos,
+                                     std::list<cfgElement>& out) const {
+    if (!json_object_is_type(wlan, json_type_object)) return;
+    json_object_object_foreach(wlan, member, value) {
+        if (!json_object_is_type(value, json_type_string)) continue;
+        const WlanReference* ref = findReference(member);
+        if (ref == nullptr) continue;
+        json_object* target = m_all.resolveRelationship(json_object_get_string(value), ref->table);
+        if (target == nullptr) continue;
+
+        if (std::strcmp(member, "captive_portal") == 0) {
+            walk(target, member, kNone, {"dns_whitelist", "aaa_policy"}, out);
+            if (json_object* whitelist =
+                    m_all.resolveRelationship(target, "dns_whitelist", "dns_whitelist"))
+                walk(whitelist, "captive_portal/dns_whitelist", kNone, kNone, out);
+            if (json_object* aaa = m_all.resolveRelationship(target, "aaa_policy", "aaa_policy"))
+                walk(aaa, "captive_portal/aaa_policy", kNone, kNone, out);
+            continue;
+        }
+        walk(target, member, kNone, kNone, out);
+        if (std::strcmp(member, "qos_policy") == 0) {
+            for (const cfgElement& element : radioQos) addCfgElement(out, element, false);
+        }
+    }
+}
+
+void jsonCfgPlus::buildMeshpointConfig(json_object* bssMap, radio_entry& radio,
+                                       json_object* profileMeshpointDevices,
+                                       json_object* deviceMeshpointDevices) {
+    trace("process Meshpoint. radio_id=", radio.id);
+    if (bssMap == nullptr || !json_object_is_type(bssMap, json_type_array)) return;
+    size_t count = json_object_array_length(bssMap);
+    for (size_t i = 0; i < count; ++i) {
+        json_object* item = json_object_array_get_idx(bssMap, i);
+        if (!json_object_is_type(item, json_type_object)) continue;
+        int bss = 0;
+        std::string meshpointName;
+        if (!jsonCfgObj::getJsonIntValue("bss", item, bss) ||
+            !jsonCfgObj::getJsonStrValue("meshpoint", item, meshpointName))
+            continue;
+        json_object* meshpoint = m_all.resolveRelationship(meshpointName, "meshpoint");
+        if (meshpoint == nullptr) continue;
+
+        vns_entry service;
+        if (!startService(bss, meshpoint, radio, service)) continue;
+        walk(meshpoint, "", kNone, kNone, service.elements);
+        // The device's entry comes second so its values override the profile's.
+        for (json_object* devices : {profileMeshpointDevices, deviceMeshpointDevices}) {
+            if (json_object* device = jsonCfgObj::getJsonObject("name", meshpointName, devices))
+                walk(device, "meshpoint_device", kNone, kNone, service.elements);
+        }
+        mergeVnsCfgElement(radio.meshpoints, service);
+    }
+}
+
+void jsonCfgPlus::mergeRadioCfgElements(std::vector<radio_entry>& radios, radio_entry& newRadio) {
+    for (auto it = radios.begin(); it != radios.end(); ++it) {
+        if (it->id > newRadio.id) {
+            radios.insert(it, newRadio);
+            return;
+        }
+        if (it->id == newRadio.id) {
+            for (const cfgElement& element : newRadio.elements)
+                addCfgElement(it->elements, element, true);
+            for (vns_entry& wlan : newRadio.wlans) mergeVnsCfgElement(it->wlans, wlan);
+            return;
+        }
+    }
+    radios.push_back(newRadio);
+}
+
+void jsonCfgPlus::mergeVnsCfgElement(std::vector<vns_entry>& services, vns_entry& newVns) {
+    for (vns_entry& existing : services) {
+        if (existing.radioId == newVns.radioId && existing.ssidId == newVns.ssidId) {
+            for (const cfgElement& element : newVns.elements)
+                addCfgElement(existing.elements, element, true);
+            return;
+        }
+    }
+    services.push_back(newVns);
+}
