@@ -6,12 +6,18 @@
 // so every byte outside it simply fails these tests.
 namespace jcp::addr {
 
-inline bool isDigit(char c) { return c >= '0' && c <= '9'; }
+inline bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
 
-inline bool isAlpha(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+inline bool isAlpha(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
 
 // Printable and not a space, as isgraph in the C locale.
-inline bool isGraph(char c) { return c > ' ' && c < 0x7f; }
+inline bool isGraph(char c) {
+    return c > ' ' && c < 0x7f;
+}
 
 // The value of a hexadecimal digit, -1 for any other character.
 inline int hexValue(char c) {
