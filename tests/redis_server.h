@@ -1,0 +1,156 @@
+// Test helpers for the Redis suites: a real redis-server child process on 127.0.0.1, a
+// listener that accepts connections but never answers, and a port nobody listens on.
+#ifndef JSONCFGPLUS_TESTS_REDIS_SERVER_H
+#define JSONCFGPLUS_TESTS_REDIS_SERVER_H
+
+#include <arpa/inet.h>
+#include <fcntl.h>
+#include <netinet/in.h>
+#include <signal.h>
+#include <sys/prctl.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdio>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "test_support.h"
+
+namespace testsupport {
+
+// A socket bound to 127.0.0.1 on a port the kernel chose; closed with the object.
+class LoopbackSocket {
+  public:
+    explicit LoopbackSocket(bool listening) : m_fd(socket(AF_INET, SOCK_STREAM, 0)) {
+        sockaddr_in addr = {};
+        addr.sin_family = AF_INET;
+        addr.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        socklen_t size = sizeof addr;
+        if (m_fd < 0 || bind(m_fd, reinterpret_cast<sockaddr*>(&addr), size) != 0 ||
+            getsockname(m_fd, reinterpret_cast<sockaddr*>(&addr), &size) != 0 ||
+            (listening && listen(m_fd, 16) != 0))
+            throw std::runtime_error("cannot bind a loopback socket");
+        m_port = ntohs(addr.sin_port);
+    }
+    ~LoopbackSocket() { close(m_fd); }
+    LoopbackSocket(const LoopbackSocket&) = delete;
+    LoopbackSocket& operator=(const LoopbackSocket&) = delete;
+    int port() const { return m_port; }
+
+  private:
+    int m_fd;
+    int m_port = 0;
+};
+
+// A port that refuses connections: bound once by the kernel's choice, then released.
+inline int unusedPort() {
+    return LoopbackSocket(false).port();
+}
+
+// redis-server without persistence, its files in its own temporary directory; stopped and
+// reaped with the object, and killed by the kernel should the test process die first.
+class RedisServer {
+  public:
+    RedisServer() {
+        for (int attempt = 0; attempt < 3 && m_pid <= 0; ++attempt) start(unusedPort());
+        if (m_pid <= 0) throw std::runtime_error("redis-server did not start; see " + log());
+    }
+    ~RedisServer() { stop(); }
+    RedisServer(const RedisServer&) = delete;
+    RedisServer& operator=(const RedisServer&) = delete;
+
+    int port() const { return m_port; }
+    std::string log() const { return m_dir.file("redis.log"); }
+    // redis-cli's standard output for the given arguments (already shell-quoted).
+    std::string cli(const std::string& args) const {
+        std::string command = "redis-cli -p " + std::to_string(m_port) + " " + args;
+        FILE* pipe = popen(command.c_str(), "r");
+        if (pipe == nullptr) return "";
+        std::string out;
+        char buffer[65536];
+        for (size_t n; (n = fread(buffer, 1, sizeof buffer, pipe)) > 0;) out.append(buffer, n);
+        pclose(pipe);
+        return out;
+    }
+
+  private:
+    void start(int port) {
+        m_port = port;
+        std::vector<std::string> args = {"redis-server",
+                                         "--save",
+                                         "",
+                                         "--appendonly",
+                                         "no",
+                                         "--port",
+                                         std::to_string(port),
+                                         "--bind",
+                                         "127.0.0.1",
+                                         "--dir",
+                                         m_dir.path(),
+                                         "--logfile",
+                                         log()};
+        std::vector<char*> argv;
+        for (std::string& a : args) argv.push_back(a.data());
+        argv.push_back(nullptr);
+        pid_t parent = getpid();
+        m_pid = fork();
+        if (m_pid == 0) {
+            prctl(PR_SET_PDEATHSIG, SIGKILL);
+            if (getppid() != parent) _exit(1);
+            int devnull = open("/dev/null", O_RDWR);
+            dup2(devnull, 0);
+            dup2(devnull, 1);
+            execvp(argv[0], argv.data());
+            _exit(127);
+        }
+        if (m_pid < 0 || !awaitReady()) stop();
+    }
+
+    bool awaitReady() {
+        for (int i = 0; i < 100; ++i) {
+            if (waitpid(m_pid, nullptr, WNOHANG) == m_pid) {
+                m_pid = 0;  // exited already, e.g. the port was taken meanwhile
+                return false;
+            }
+            if (cli("PING") == "PONG\n") return true;
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        }
+        return false;
+    }
+
+    void stop() {
+        if (m_pid <= 0) return;
+        kill(m_pid, SIGTERM);
+        for (int i = 0; i < 100; ++i) {
+            if (waitpid(m_pid, nullptr, WNOHANG) == m_pid) {
+                m_pid = 0;
+                return;
+            }
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        }
+        kill(m_pid, SIGKILL);
+        waitpid(m_pid, nullptr, 0);
+        m_pid = 0;
+    }
+
+    TempDir m_dir;
+    int m_port = 0;
+    pid_t m_pid = 0;
+};
+
+// Seconds fn takes.
+template <typename Fn>
+double secondsTaken(Fn&& fn) {
+    auto start = std::chrono::steady_clock::now();
+    fn();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+}  // namespace testsupport
+
+#endif
