@@ -1,0 +1,107 @@
+// cfgPlusApiConverter: the conversion pipeline's converters and the element helpers they share.
+#ifndef JSONCFGPLUS_CONVERT_CONVERTER_H
+#define JSONCFGPLUS_CONVERT_CONVERTER_H
+
+#include <cstdint>
+#include <list>
+#include <string>
+#include <vector>
+
+#include "api/export.h"
+#include "convert/ap_records.h"
+#include "document/json_cfg_plus.h"
+#include "model/cfg_element.h"
+
+class JCP_EXPORT cfgPlusApiConverter {
+public:
+    using ElementList = std::list<cfgElement>;
+    using NameList = std::list<std::string>;
+
+    // Pipeline steps, in their order; each returns 0 or a code that stops the pipeline.
+    int jsonCfgPlusBlackList(jsonCfgPlus& doc);
+    int jsonCfgPlusEthMode(jsonCfgPlus& doc);
+    int jsonCfgPlusApName(jsonCfgPlus& doc);
+    int jsonCfgPlusFabricAttach(jsonCfgPlus& doc);
+    int jsonCfgPlusVnsVlan(jsonCfgPlus& doc);
+    int jsonCfgPlusVnsSessionAvail(jsonCfgPlus& doc);
+    int jsonCfgPlusLocation(jsonCfgPlus& doc);
+    int jsonCfgPlusAntennaType(jsonCfgPlus& doc);
+    int jsonCfgPlusLBS(jsonCfgPlus& doc);
+    int jsonCfgPlusPositioning(jsonCfgPlus& doc);
+    int jsonCfgPlusIoT(jsonCfgPlus& doc);
+    int jsonCfgPlusAdspServer(jsonCfgPlus& doc);
+    int jsonCfgPlusFailoverCfg(jsonCfgPlus& doc);
+    int jsonCfgPlusRouteCfg(jsonCfgPlus& doc);
+    int jsonCfgPlusTopologies(jsonCfgPlus& doc);
+    int jsonCfgPlusArpGuard(jsonCfgPlus& doc);
+    int jsonCfgPlusLocAp(jsonCfgPlus& doc);
+    int jsonCfgPlusRadioFallbackChannelList(jsonCfgPlus& doc);
+    int jsonCfgPlusRadioDtim(jsonCfgPlus& doc);
+    int jsonCfgPlusRadioOcsChannelList(jsonCfgPlus& doc);
+    int jsonCfgPlusRadioSensorChannelList(jsonCfgPlus& doc);
+    int jsonCfgPlusRadioProbeSuppress(jsonCfgPlus& doc);
+    int jsonCfgPlusRadioLoadBalancing(jsonCfgPlus& doc);
+    int jsonCfgPlusRadioAxParamsDefault(jsonCfgPlus& doc);
+    int jsonCfgPlusVnsFilters(jsonCfgPlus& doc);
+    int jsonCfgPlusVnsWepKey(jsonCfgPlus& doc);
+    int jsonCfgPlusVnsClientBridge(jsonCfgPlus& doc);
+    int jsonCfgPlusVns11U(jsonCfgPlus& doc);
+    int jsonCfgPlusVnsPasspoint(jsonCfgPlus& doc);
+    int jsonCfgPlusMeshpointToWlan(jsonCfgPlus& doc);
+    int jsonCfgPlusVnsOrderWlans(jsonCfgPlus& doc);
+
+    // Not in the pipeline: for outside callers.
+    int jsonCfgPlusRadioAcsChannelList(jsonCfgPlus& doc);
+    int jsonCfgPlusVnsReorderWlans(jsonCfgPlus& doc);
+
+    // Topology workers.
+    int jsonCfgPlusTopology(const ElementList& fields, TOPOLOGY_ENTRY& entry, int nativeVlan,
+                            bool nativeTagged);
+    int jsonCfgPlusTopologyMcastAcl(TOPOLOGY_ENTRY& entry, cfgElement& acl);
+    // The VLAN word of a WLAN service from its flattened "vlans/..." elements.
+    int jsonCfgPlusVnsVlan(const ElementList& list, int& word);
+
+    // WLAN slot worker: a meshpoint turned WLAN, inserted at pos in the radio's WLANs.
+    void jsonCfgPlusConvertMeshpointToWlan(radio_entry& radio, vns_entry& mp, int idx, int pos);
+
+    // Element helpers.
+    ElementList::iterator findCfgElement(ElementList& list, const std::string& name);
+    ElementList::const_iterator findCfgElement(const ElementList& list,
+                                               const std::string& name) const;
+    // The string value of a kind-4 element, else "".
+    std::string getCfgElementString(const ElementList& list, const std::string& name) const;
+    // True when "captive_portal_enforcement" is present and not "none".
+    bool captivePortal(const ElementList& list) const;
+    // Splits "addr/prefix" at the last slash; prefix is left alone when there is none.
+    void parseIpAddress(const std::string& text, std::string& addr, std::string& prefix) const;
+    // Drops the first n path components of the element's name.
+    void jsonCfgPlusRemoveElementPrefix(cfgElement& element, int n) const;
+    // Copy of a kind-9 element with n path components dropped from each child's name.
+    cfgElement jsonCfgPlusRemovePrefix(const cfgElement& element, int n) const;
+    // Copies of the list's kind-9 elements with prefix dropped from each child's name (the
+    // empty prefix keeps only the last path component).
+    ElementList jsonCfgPlusRemovePrefix(const ElementList& list, const std::string& prefix) const;
+    std::vector<unsigned char> jsonCfgPlusHex2Bytes(const std::string& hex) const;
+    // Throws std::invalid_argument for a piece that does not start with a number.
+    std::list<int> jsonCfgPlusStr2IntList(const std::string& text, char separator) const;
+    int mapTosMask(int mask) const;
+    // Throws std::invalid_argument for the empty text.
+    int ethProtocol(const std::string& name) const;
+
+    // In-place conversions; a missing element or one of another kind is left alone.
+    void jsonCfgPlusElementIPStr2Network(ElementList& list, const std::string& name);
+    void jsonCfgPlusElementIPStr2Network(ElementList& list, const NameList& names);
+    void jsonCfgPlusElementIPStr2Local(ElementList& list, const std::string& name);
+    void jsonCfgPlusElementIPStr2Local(ElementList& list, const NameList& names);
+    void jsonCfgPlusElementIPStrList2NetworkList(ElementList& list, const std::string& name);
+    void jsonCfgPlusElementMacStr2Mac(ElementList& list, const std::string& name);
+    void jsonCfgPlusElementMacStr2Mac(ElementList& list, const NameList& names);
+    void jsonCfgPlusElementStrAsOctets(ElementList& list, const std::string& name);
+    void jsonCfgPlusElementStrAsOctets(ElementList& list, const NameList& names);
+    void jsonCfgPlusElementHex2Bin(ElementList& list, const std::string& name);
+    void jsonCfgPlusElementHex2Bin(ElementList& list, const NameList& names);
+    void jsonCfgPlusElementStr2IntList(ElementList& list, const std::string& name);
+    void jsonCfgPlusElementStr2IntList(ElementList& list, const NameList& names);
+};
+
+#endif
