@@ -2,6 +2,7 @@
 #include <cstdio>
 #include <cstring>
 #include <exception>
+#include <stdexcept>
 #include <string>
 
 #include "args.h"
@@ -38,6 +39,13 @@ bool wantsHelp(int argc, char** argv) {
     return false;
 }
 
+int reportBadNumber(const char* command, const char* what) {
+    std::fprintf(stderr,
+                 "jsoncfgplus %s: a numeric text in the input is not a usable number (%s)\n",
+                 command, what);
+    return 1;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -53,6 +61,12 @@ int main(int argc, char** argv) {
         }
         try {
             return c.run(argc - 2, argv + 2);
+        } catch (const std::invalid_argument& e) {
+            // Only the decimal conversions of numeric texts (channels, ports, switches) throw
+            // these two.
+            return reportBadNumber(c.name, e.what());
+        } catch (const std::out_of_range& e) {
+            return reportBadNumber(c.name, e.what());
         } catch (const tool::UsageError& e) {
             std::fprintf(stderr, "jsoncfgplus %s: %s (usage: jsoncfgplus %s %s)\n", c.name,
                          e.what(), c.name, c.usage);
