@@ -1,14 +1,12 @@
-// Test helpers for the Redis suites: a real redis-server child process on 127.0.0.1, a
-// listener that accepts connections but never answers, and a port nobody listens on.
+// Test helpers for the Redis suite: a real redis-server child process on 127.0.0.1, and
+// loopback sockets that listen without ever answering or refuse connections.
 #ifndef JSONCFGPLUS_TESTS_REDIS_SERVER_H
 #define JSONCFGPLUS_TESTS_REDIS_SERVER_H
 
 #include <arpa/inet.h>
 #include <fcntl.h>
-#include <netinet/in.h>
 #include <signal.h>
 #include <sys/prctl.h>
-#include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -23,7 +21,8 @@
 
 namespace testsupport {
 
-// A socket bound to 127.0.0.1 on a port the kernel chose; closed with the object.
+// A socket bound to 127.0.0.1 on a port the kernel chose. A listening one completes
+// connections in the kernel but never accepts them, so it never answers.
 class LoopbackSocket {
   public:
     explicit LoopbackSocket(bool listening) : m_fd(socket(AF_INET, SOCK_STREAM, 0)) {
@@ -47,53 +46,29 @@ class LoopbackSocket {
     int m_port = 0;
 };
 
-// A port that refuses connections: bound once by the kernel's choice, then released.
+// A port that refuses connections: chosen by the kernel, then released.
 inline int unusedPort() {
     return LoopbackSocket(false).port();
 }
 
-// redis-server without persistence, its files in its own temporary directory; stopped and
-// reaped with the object, and killed by the kernel should the test process die first.
+// redis-server without persistence, files in its own temporary directory; stopped and reaped
+// with the object, and killed by the kernel should the test process die first.
 class RedisServer {
   public:
-    RedisServer() {
-        for (int attempt = 0; attempt < 3 && m_pid <= 0; ++attempt) start(unusedPort());
-        if (m_pid <= 0) throw std::runtime_error("redis-server did not start; see " + log());
-    }
-    ~RedisServer() { stop(); }
-    RedisServer(const RedisServer&) = delete;
-    RedisServer& operator=(const RedisServer&) = delete;
-
-    int port() const { return m_port; }
-    std::string log() const { return m_dir.file("redis.log"); }
-    // redis-cli's standard output for the given arguments (already shell-quoted).
-    std::string cli(const std::string& args) const {
-        std::string command = "redis-cli -p " + std::to_string(m_port) + " " + args;
-        FILE* pipe = popen(command.c_str(), "r");
-        if (pipe == nullptr) return "";
-        std::string out;
-        char buffer[65536];
-        for (size_t n; (n = fread(buffer, 1, sizeof buffer, pipe)) > 0;) out.append(buffer, n);
-        pclose(pipe);
-        return out;
-    }
-
-  private:
-    void start(int port) {
-        m_port = port;
+    RedisServer() : m_port(unusedPort()) {
         std::vector<std::string> args = {"redis-server",
                                          "--save",
                                          "",
                                          "--appendonly",
                                          "no",
                                          "--port",
-                                         std::to_string(port),
+                                         std::to_string(m_port),
                                          "--bind",
                                          "127.0.0.1",
                                          "--dir",
                                          m_dir.path(),
                                          "--logfile",
-                                         log()};
+                                         m_dir.file("log")};
         std::vector<char*> argv;
         for (std::string& a : args) argv.push_back(a.data());
         argv.push_back(nullptr);
@@ -102,54 +77,49 @@ class RedisServer {
         if (m_pid == 0) {
             prctl(PR_SET_PDEATHSIG, SIGKILL);
             if (getppid() != parent) _exit(1);
-            int devnull = open("/dev/null", O_RDWR);
-            dup2(devnull, 0);
-            dup2(devnull, 1);
+            dup2(open("/dev/null", O_RDWR), 1);
             execvp(argv[0], argv.data());
             _exit(127);
         }
-        if (m_pid < 0 || !awaitReady()) stop();
-    }
-
-    bool awaitReady() {
-        for (int i = 0; i < 100; ++i) {
-            if (waitpid(m_pid, nullptr, WNOHANG) == m_pid) {
-                m_pid = 0;  // exited already, e.g. the port was taken meanwhile
-                return false;
-            }
-            if (cli("PING") == "PONG\n") return true;
+        for (int i = 0; i < 100 && m_pid > 0 && cli("PING") != "PONG\n"; ++i)
             std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        if (m_pid <= 0 || cli("PING") != "PONG\n") {
+            stop();
+            throw std::runtime_error("redis-server did not start on port " +
+                                     std::to_string(m_port));
         }
-        return false;
+    }
+    ~RedisServer() { stop(); }
+    RedisServer(const RedisServer&) = delete;
+    RedisServer& operator=(const RedisServer&) = delete;
+
+    int port() const { return m_port; }
+    // redis-cli's standard output for the arguments, which are given shell-quoted.
+    std::string cli(const std::string& args) const {
+        std::string command = "redis-cli -p " + std::to_string(m_port) + " " + args;
+        FILE* pipe = popen(command.c_str(), "r");
+        std::string out;
+        char buffer[65536];
+        for (size_t n; pipe != nullptr && (n = fread(buffer, 1, sizeof buffer, pipe)) > 0;)
+            out.append(buffer, n);
+        if (pipe != nullptr) pclose(pipe);
+        return out;
     }
 
+  private:
     void stop() {
         if (m_pid <= 0) return;
         kill(m_pid, SIGTERM);
-        for (int i = 0; i < 100; ++i) {
-            if (waitpid(m_pid, nullptr, WNOHANG) == m_pid) {
-                m_pid = 0;
-                return;
-            }
-            std::this_thread::sleep_for(std::chrono::milliseconds(50));
-        }
+        for (int i = 0; i < 100; ++i, std::this_thread::sleep_for(std::chrono::milliseconds(50)))
+            if (waitpid(m_pid, nullptr, WNOHANG) == m_pid) return;
         kill(m_pid, SIGKILL);
         waitpid(m_pid, nullptr, 0);
-        m_pid = 0;
     }
 
     TempDir m_dir;
-    int m_port = 0;
+    int m_port;
     pid_t m_pid = 0;
 };
-
-// Seconds fn takes.
-template <typename Fn>
-double secondsTaken(Fn&& fn) {
-    auto start = std::chrono::steady_clock::now();
-    fn();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
 
 }  // namespace testsupport
 
