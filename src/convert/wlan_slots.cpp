@@ -1,0 +1,200 @@
+// WLAN slots: meshpoints turned WLAN services, and every radio's WLANs laid out in the eight
+// slots the AP expects, wired ports p1 to p3 included.
+#include <algorithm>
+#include <array>
+#include <cstddef>
+
+#include "api/diag.h"
+#include "convert/converter.h"
+#include "platform/platform.h"
+
+namespace {
+
+using ElementList = cfgPlusApiConverter::ElementList;
+
+constexpr int kWlanSlots = 8;
+// The wired ports p1 to p3 are the pseudo-radios after the wireless ones.
+constexpr int kFirstWiredRadio = 4;
+constexpr int kLastWiredRadio = 6;
+
+const char kAcsChannelList[] = "meshpoint_device/acs_channel_list";
+
+using Slots = std::array<vns_entry, kWlanSlots>;
+
+template <typename... Parts>
+void trace(const jsonCfgPlus& doc, const Parts&... parts) {
+    if (doc.m_trace != 0) jcp::diag(parts...);
+}
+
+Slots placeholders(int radioId) {
+    Slots slots;
+    for (int k = 0; k < kWlanSlots; ++k) {
+        slots[k].index = k;
+        slots[k].radioId = radioId;
+        slots[k].ssidId = 0;
+        slots[k].elements.push_back(cfgElement("cen_radio_id", radioId, "radio_id"));
+        // Deliberate: every placeholder says SSID id 0, not its slot number.
+        slots[k].elements.push_back(cfgElement("cen_ssid_id", 0, "ssid_id"));
+    }
+    return slots;
+}
+
+std::string bandSuffix(const std::string& rfMode) {
+    if (rfMode == "5GHz-wlan") return "_5";
+    if (rfMode == "6GHz-wlan") return "_6";
+    if (rfMode == "2.4GHz-wlan") return "_24";
+    return "";
+}
+
+}  // namespace
+
+int cfgPlusApiConverter::jsonCfgPlusMeshpointToWlan(jsonCfgPlus& doc) {
+    trace(doc, "jsonCfgPlusMeshpointToWlan: Converting Meshpoint to WLAN. ");
+    for (radio_entry& radio : doc.m_radios) {
+        // Meshpoints go to the front, in their own order, ahead of the configured WLANs.
+        for (size_t c = 0; c < radio.meshpoints.size(); ++c) {
+            vns_entry copy = radio.meshpoints[c];
+            jsonCfgPlusConvertMeshpointToWlan(radio, copy, 0, static_cast<int>(c));
+        }
+        for (vns_entry& wlan : radio.wlans) {
+            if (findCfgElement(wlan.elements, "meshpoint_idx") == wlan.elements.end()) {
+                wlan.elements.push_back(cfgElement("meshpoint_idx", -1, ""));
+            }
+        }
+    }
+    return 0;
+}
+
+void cfgPlusApiConverter::jsonCfgPlusConvertMeshpointToWlan(radio_entry& radio, vns_entry& mp,
+                                                            int idx, int pos) {
+    ElementList& list = mp.elements;
+    list.push_back(cfgElement("meshpoint_idx", idx, ""));
+
+    auto meshid = findCfgElement(list, "meshid");
+    if (meshid != list.end()) {
+        list.insert(meshid, cfgElement("ssid", getCfgElementString(list, "meshid"), ""));
+    }
+
+    // Without "is_root" a meshpoint counts as root, and says nothing about it.
+    bool root = true;
+    auto isRoot = findCfgElement(list, "is_root");
+    if (isRoot != list.end()) {
+        root = isRoot->kind == CFG_BOOL && isRoot->boolValue;
+        std::string rootDev = getCfgElementString(list, "meshpoint_device/is_root_dev");
+        if (rootDev == "true") {
+            root = true;
+        } else if (rootDev == "false") {
+            root = false;
+        }
+        list.insert(isRoot, cfgElement("cen_is_root", root, ""));
+    }
+
+    for (const char* name :
+         {"meshpoint_device/preferred_neighbor", "meshpoint_device/preferred_root"}) {
+        if (findCfgElement(list, name) == list.end()) list.push_back(cfgElement(name, "", ""));
+    }
+
+    auto snrMin = findCfgElement(list, "meshpoint_device/hysteresis_snr_min");
+    if (snrMin != list.end() && snrMin->kind == CFG_INT) {
+        list.insert(snrMin,
+                    cfgElement("wds/meshpoint_device/hysteresis_snr_min", snrMin->intValue, ""));
+    }
+
+    std::string rfMode = getCfgElementString(radio.elements, "rf_mode");
+    std::string suffix = bandSuffix(rfMode);
+    for (const char* name : {"meshpoint_device/acs_path_min", "meshpoint_device/acs_path_threshold",
+                             "meshpoint_device/acs_tolerance_period"}) {
+        // Deliberate: with no band suffix this finds the plain name and duplicates it.
+        auto banded = findCfgElement(list, name + suffix);
+        if (banded != list.end() && banded->kind == CFG_INT) {
+            list.insert(banded, cfgElement(name, banded->intValue, ""));
+        }
+    }
+
+    bool monitor = false;
+    auto monitorLink = findCfgElement(list, "meshpoint_device/monitor_pri_port_link");
+    if (monitorLink != list.end() && monitorLink->kind == CFG_BOOL) {
+        monitor = monitorLink->boolValue;
+    }
+    // The channel list belongs to the radio: a root that does not watch its wired link scans
+    // no channels for mesh ACS.
+    bool setChannels = false;
+    std::list<int> channels;
+    if (root && !monitor) {
+        setChannels = true;
+    } else if (suffix.empty()) {
+        jcp::diag("[ERR] Radio", radio.id, " does not support mesh ACS rf_mode: ", rfMode, " ");
+    } else {
+        auto banded = findCfgElement(list, kAcsChannelList + suffix);
+        if (banded != list.end() &&
+            (banded->kind == CFG_STR_LIST || banded->kind == CFG_EMPTY_ARRAY)) {
+            std::string text = banded->strList.empty() ? "" : banded->strList.front();
+            channels = jsonCfgPlusStr2IntList(text, ',');
+            setChannels = true;
+        }
+    }
+    if (setChannels) {
+        auto radioList = findCfgElement(radio.elements, kAcsChannelList);
+        if (radioList == radio.elements.end()) {
+            radio.elements.push_back(cfgElement(kAcsChannelList, std::move(channels), ""));
+        } else {
+            *radioList = cfgElement(radioList->name, std::move(channels), radioList->key);
+        }
+    }
+
+    size_t at = std::min(static_cast<size_t>(std::max(pos, 0)), radio.wlans.size());
+    radio.wlans.insert(radio.wlans.begin() + static_cast<std::ptrdiff_t>(at), mp);
+}
+
+int cfgPlusApiConverter::jsonCfgPlusVnsOrderWlans(jsonCfgPlus& doc) {
+    for (int id = kFirstWiredRadio; id <= kLastWiredRadio; ++id) {
+        auto byId = [id](const radio_entry& r) { return r.id == id; };
+        if (std::any_of(doc.m_radios.begin(), doc.m_radios.end(), byId)) continue;
+        radio_entry port;
+        port.id = id;
+        port.name = "p" + std::to_string(id - 3);
+        // Keeps the radios sorted by id, behind any bridge port pseudo-radio.
+        auto after = std::find_if(doc.m_radios.begin(), doc.m_radios.end(),
+                                  [id](const radio_entry& r) { return r.id > id; });
+        doc.m_radios.insert(after, std::move(port));
+    }
+
+    for (radio_entry& radio : doc.m_radios) {
+        Slots slots = placeholders(radio.id);
+        for (const vns_entry& wlan : radio.wlans) {
+            // A negative index has no slot either; it goes the way of one past the end.
+            if (wlan.index < 0 || wlan.index >= kWlanSlots) {
+                // Deliberate: the message names the slot count, not the offending index.
+                jcp::diag("[WARNING: vns_index is out of range: ", kWlanSlots, ", ignore.");
+                continue;
+            }
+            slots[wlan.index] = wlan;
+        }
+        radio.wlans.assign(slots.begin(), slots.end());
+    }
+    return 0;
+}
+
+int cfgPlusApiConverter::jsonCfgPlusVnsReorderWlans(jsonCfgPlus& doc) {
+    trace(doc, "jsonCfgPlusVnsReorderWlans... ");
+    jsonCfgPlusVnsOrderWlans(doc);
+    for (radio_entry& radio : doc.m_radios) {
+        Slots slots = placeholders(radio.id);
+        int radioIndex = radio.id - 1;
+        for (const vns_entry& wlan : radio.wlans) {
+            if (wlan.ssidId == 0) continue;
+            // The slot whose value stored on the AP is this SSID id; a WLAN without one is
+            // dropped.
+            for (int k = 0; k < kWlanSlots; ++k) {
+                if (apCfgVlanVIDGet(radioIndex, k) != wlan.ssidId) continue;
+                jcp::diag("VNS[", radioIndex, ",", wlan.index, "] ssid=", wlan.ssidId,
+                          " found existing VNS[", radioIndex, ",", k, "]");
+                slots[k] = wlan;
+                slots[k].index = k;
+                break;
+            }
+        }
+        radio.wlans.assign(slots.begin(), slots.end());
+    }
+    return 0;
+}
