@@ -41,9 +41,12 @@ uint32_t ipv4HostOrder(const cfgElement& field) {
     return addr.v4();
 }
 
-// Copies at most kTopologyTextMax characters; the record is zeroed, so the rest stays zero.
-void copyText(char* field, const std::string& text) {
-    std::memcpy(field, text.data(), std::min(text.size(), kTopologyTextMax));
+// Writes exactly kTopologyTextMax bytes, zero-padded, so text written over a fourth endpoint
+// leaves none of the endpoint's bytes behind within them.
+void copyText(unsigned char* field, const std::string& text) {
+    size_t length = std::min(text.size(), kTopologyTextMax);
+    std::memcpy(field, text.data(), length);
+    std::memset(field + length, 0, kTopologyTextMax - length);
 }
 
 std::string recordName(const TOPOLOGY_ENTRY& entry) {
@@ -65,11 +68,7 @@ void writeEndpoint(TOPOLOGY_ENTRY& entry, unsigned slot, const ElementList& fiel
         } else if (field.name == "remote_endpoint/secure" && field.kind == CFG_BOOL) {
             at[offsetof(GRE_END_POINT, secure)] = field.boolValue ? 1 : 0;
         } else if (field.name == "remote_endpoint/ikev2_psk" && field.kind == CFG_STRING) {
-            // Exactly 32 bytes, zero-padded, so a key over the name leaves none of it behind.
-            unsigned char* key = at + offsetof(GRE_END_POINT, ikev2_psk);
-            size_t length = std::min(field.strValue.size(), kTopologyTextMax);
-            std::memcpy(key, field.strValue.data(), length);
-            std::memset(key + length, 0, kTopologyTextMax - length);
+            copyText(at + offsetof(GRE_END_POINT, ikev2_psk), field.strValue);
         }
     }
 }
@@ -147,7 +146,9 @@ int cfgPlusApiConverter::jsonCfgPlusTopology(const ElementList& fields, TOPOLOGY
     for (const cfgElement& field : fields) {
         const std::string& name = field.name;
         if (name == "name") {
-            if (field.kind == CFG_STRING) copyText(entry.name, field.strValue);
+            if (field.kind == CFG_STRING) {
+                copyText(reinterpret_cast<unsigned char*>(entry.name), field.strValue);
+            }
         } else if (name == "internal_key") {
             if (field.kind == CFG_INT) entry.internal_key = field.intValue;
         } else if (name == "type") {
