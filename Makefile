@@ -31,7 +31,8 @@ check-asan: deps
 
 check-m32: deps-m32
 	PKG_CONFIG_LIBDIR=/usr/lib/i386-linux-gnu/pkgconfig:/usr/share/pkgconfig \
-	  cmake -S . -B build-m32 -DCMAKE_BUILD_TYPE=Debug -DJCP_M32=ON $(CMAKE_FLAGS)
+	  cmake -S . -B build-m32 -DCMAKE_BUILD_TYPE=Debug -DJCP_M32=ON \
+	  -DCMAKE_C_FLAGS=-m32 -DCMAKE_CXX_FLAGS=-m32 $(CMAKE_FLAGS)
 	cmake --build build-m32 -j $(JOBS)
 	cd build-m32 && ctest --output-on-failure -j $(JOBS)
 
