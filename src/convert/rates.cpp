@@ -54,7 +54,7 @@ constexpr uint32_t kModeB = 0x1;
 constexpr uint32_t kModeG = 0x2;
 constexpr uint32_t kModeA = 0x4;
 constexpr uint32_t kModeN = 0x10;
-constexpr uint32_t kBandBits24And5 = 0x30000000;
+constexpr uint32_t kBandBits5And6 = 0x30000000;
 constexpr uint32_t kBandBit6 = 0x20000000;
 constexpr uint32_t kDefault24 = 0x08000013;
 constexpr uint32_t kDefault5 = 0x10000054;
@@ -75,6 +75,10 @@ bool inTable(const std::vector<std::string>& table, const char* name) {
 
 }  // namespace
 
+// A mode keyword ("default" or a modesInfoMap name; the last one wins) decides the mode;
+// without one the mode is derived from the rates. -1 leaves *mode untouched: a 2.4 GHz list
+// with no b, g or mcs rate, or a band other than 0 to 2. *basic points into the caller's
+// strings, past any "basic-". Null outputs are not written.
 extern "C" int jsonCfgPlusRates2WirelessMode(int band, const char** rates, int count,
                                              uint32_t* mode, const char** basic) {
     // A null list or a negative count is an empty list; null names are skipped.
@@ -94,7 +98,8 @@ extern "C" int jsonCfgPlusRates2WirelessMode(int band, const char** rates, int c
         auto known = jcp::modesInfoMap.find(name);
         if (known != jcp::modesInfoMap.end()) {
             m = known->second;
-            if (band == kBand6) m = (m & ~kBandBits24And5) | kBandBit6;
+            // Clears only the 5 and 6 GHz bits, so a 2.4 GHz name keeps its band bit here.
+            if (band == kBand6) m = (m & ~kBandBits5And6) | kBandBit6;
         } else if (startsWith(name, kBasicPrefix)) {
             if (basic != nullptr) *basic = name + kBasicPrefixLength;
         }
