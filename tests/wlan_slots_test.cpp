@@ -1,0 +1,188 @@
+// Meshpoints turned WLANs, the eight WLAN slots per radio and the reorder by stored SSID ids.
+#include <gtest/gtest.h>
+
+#include <map>
+#include <utility>
+
+#include "convert/converter.h"
+#include "test_support.h"
+
+// The value the AP stores per (0-based radio, slot); unlisted slots hold 0.
+static std::map<std::pair<int, int>, int> g_stored;
+
+extern "C" int apCfgVlanVIDGet(int radio, int slot) {
+    auto it = g_stored.find({radio, slot});
+    return it == g_stored.end() ? 0 : it->second;
+}
+
+namespace {
+
+using List = std::list<cfgElement>;
+using Lines = std::vector<std::string>;
+
+Lines lines(const List& list) {
+    Lines out;
+    for (const cfgElement& e : list) out.push_back(e.toString(0));
+    return out;
+}
+
+vns_entry service(int radioId, int index, int ssidId, List extra = {}) {
+    vns_entry v{index, radioId, ssidId, {cfgElement("cen_ssid_id", ssidId, "ssid_id")}};
+    v.elements.splice(v.elements.end(), extra);
+    return v;
+}
+
+radio_entry radio(int id, List elements = {}) {
+    return radio_entry{id, "radio" + std::to_string(id), std::move(elements), {}, {}};
+}
+
+// Index, radio id, SSID id, then each element's key and rendering.
+std::string describe(const vns_entry& v) {
+    std::string out =
+        std::to_string(v.index) + "," + std::to_string(v.radioId) + "," + std::to_string(v.ssidId);
+    for (const cfgElement& e : v.elements) out += " " + e.key + "=" + e.toString(0);
+    return out;
+}
+
+std::string placeholder(int k, int radioId) {
+    std::string r = std::to_string(radioId);
+    return std::to_string(k) + "," + r + ",0 radio_id=\"cen_radio_id\": " + r +
+           " ssid_id=\"cen_ssid_id\": 0";
+}
+
+template <typename Step>
+std::string run(jsonCfgPlus& doc, Step step) {
+    return testsupport::captureStdout([&] { (cfgPlusApiConverter().*step)(doc); });
+}
+
+TEST(WlanOrder, EightSlotsPerRadioAndTheWiredPorts) {
+    jsonCfgPlus empty;
+    EXPECT_EQ(run(empty, &cfgPlusApiConverter::jsonCfgPlusVnsOrderWlans), "");
+    ASSERT_EQ(empty.m_radios.size(), 3u);
+    for (int i = 0; i < 3; ++i) {
+        const radio_entry& r = empty.m_radios[i];
+        EXPECT_EQ(r.id, 4 + i);
+        EXPECT_EQ(r.name, "p" + std::to_string(i + 1));
+        ASSERT_EQ(r.wlans.size(), 8u);
+        for (int k = 0; k < 8; ++k) EXPECT_EQ(describe(r.wlans[k]), placeholder(k, r.id));
+    }
+
+    jsonCfgPlus doc;
+    doc.m_radios = {radio(1), radio(5), radio(7)};  // 7, a bridge port, stays last
+    doc.m_radios[0].wlans = {service(1, 3, 30), service(1, 0, 10), service(1, -1, 99),
+                             service(1, 8, 98), service(1, 3, 31, {cfgElement("x", 1)})};
+    const std::string warning = "[WARNING: vns_index is out of range: 8, ignore.\n";
+    EXPECT_EQ(run(doc, &cfgPlusApiConverter::jsonCfgPlusVnsOrderWlans), warning + warning);
+    std::vector<int> ids;
+    for (const radio_entry& r : doc.m_radios) ids.push_back(r.id);
+    EXPECT_EQ(ids, (std::vector<int>{1, 4, 5, 6, 7}));
+    const std::vector<vns_entry>& slots = doc.m_radios[0].wlans;
+    ASSERT_EQ(slots.size(), 8u);
+    EXPECT_EQ(describe(slots[0]), "0,1,10 ssid_id=\"cen_ssid_id\": 10");
+    EXPECT_EQ(describe(slots[3]), "3,1,31 ssid_id=\"cen_ssid_id\": 31 =\"x\": 1");
+    for (int k : {1, 2, 4, 5, 6, 7}) EXPECT_EQ(describe(slots[k]), placeholder(k, 1));
+}
+
+TEST(WlanReorder, SlotsFollowTheSsidIdsStoredOnTheAp) {
+    // SSID 6 is stored in slots 2 and 6: the first wins. Two WLANs of SSID 5 meet in slot 4.
+    g_stored = {{{1, 4}, 5}, {{1, 6}, 6}, {{1, 2}, 6}};
+    jsonCfgPlus doc;
+    doc.m_trace = 1;
+    doc.m_radios = {radio(2)};
+    doc.m_radios[0].wlans = {service(2, 0, 5), service(2, 1, 6), service(2, 2, 7),
+                             service(2, 3, 5, {cfgElement("later", true)})};
+    EXPECT_EQ(run(doc, &cfgPlusApiConverter::jsonCfgPlusVnsReorderWlans),
+              "jsonCfgPlusVnsReorderWlans... \n"
+              "VNS[1,0] ssid=5 found existing VNS[1,4]\n"
+              "VNS[1,1] ssid=6 found existing VNS[1,2]\n"
+              "VNS[1,3] ssid=5 found existing VNS[1,4]\n");
+    g_stored.clear();
+    const std::vector<vns_entry>& slots = doc.m_radios[0].wlans;
+    ASSERT_EQ(slots.size(), 8u);
+    EXPECT_EQ(describe(slots[2]), "2,2,6 ssid_id=\"cen_ssid_id\": 6");
+    EXPECT_EQ(describe(slots[4]), "4,2,5 ssid_id=\"cen_ssid_id\": 5 =\"later\": true");
+    for (int k : {0, 1, 3, 5, 6, 7}) EXPECT_EQ(describe(slots[k]), placeholder(k, 2));
+}
+
+TEST(MeshpointToWlan, MeshpointsLeadTheWlansWithTheirElementsEdited) {
+    jsonCfgPlus doc;
+    doc.m_trace = 1;
+    doc.m_radios = {radio(1, {cfgElement("rf_mode", "5GHz-wlan"),
+                              cfgElement("meshpoint_device/acs_channel_list", "1,2")})};
+    radio_entry& r = doc.m_radios[0];
+    r.wlans = {service(1, 0, 1)};
+    r.meshpoints = {service(1, 2, 9,
+                            {cfgElement("meshid", "mesh1"), cfgElement("is_root", false),
+                             cfgElement("meshpoint_device/is_root_dev", "true"),
+                             cfgElement("meshpoint_device/hysteresis_snr_min", 12),
+                             cfgElement("meshpoint_device/acs_path_min_5", 3),
+                             cfgElement("meshpoint_device/acs_path_threshold_24", 4),
+                             cfgElement("meshpoint_device/preferred_root", "r")}),
+                    service(1, 5, 8)};
+    EXPECT_EQ(run(doc, &cfgPlusApiConverter::jsonCfgPlusMeshpointToWlan),
+              "jsonCfgPlusMeshpointToWlan: Converting Meshpoint to WLAN. \n");
+    ASSERT_EQ(r.wlans.size(), 3u);
+    EXPECT_EQ(
+        lines(r.wlans[0].elements),
+        (Lines{"\"cen_ssid_id\": 9", "\"ssid\": \"mesh1\"", "\"meshid\": \"mesh1\"",
+               "\"cen_is_root\": true", "\"is_root\": false",
+               "\"meshpoint_device/is_root_dev\": \"true\"",
+               "\"wds/meshpoint_device/hysteresis_snr_min\": 12",
+               "\"meshpoint_device/hysteresis_snr_min\": 12",
+               "\"meshpoint_device/acs_path_min\": 3", "\"meshpoint_device/acs_path_min_5\": 3",
+               "\"meshpoint_device/acs_path_threshold_24\": 4",
+               "\"meshpoint_device/preferred_root\": \"r\"", "\"meshpoint_idx\": 0",
+               "\"meshpoint_device/preferred_neighbor\": \"\""}));
+    EXPECT_EQ(r.wlans[0].index, 2);
+    EXPECT_EQ(lines(r.wlans[1].elements).at(1), "\"meshpoint_idx\": 0");
+    EXPECT_EQ(lines(r.wlans[2].elements), (Lines{"\"cen_ssid_id\": 1", "\"meshpoint_idx\": -1"}));
+    EXPECT_EQ(r.meshpoints[0].elements.size(), 8u);  // the meshpoints stay as built
+    // Root without a monitored wired link: the radio's list is emptied where it stands.
+    EXPECT_EQ(lines(r.elements).back(), "\"meshpoint_device/acs_channel_list\": [ ]");
+    EXPECT_EQ(r.elements.back().kind, CFG_INT_LIST);
+}
+
+TEST(MeshpointToWlan, RootFlagAndBandDecideTheRadiosAcsChannelList) {
+    struct Case {
+        std::string rfMode;
+        List mesh;
+        std::string cenIsRoot, radioList, output;
+    } cases[] = {
+        {"6GHz-wlan", {}, "", "\"meshpoint_device/acs_channel_list\": [ ]", ""},
+        {"2.4GHz-wlan",
+         {cfgElement("is_root", true), cfgElement("meshpoint_device/is_root_dev", "false"),
+          cfgElement("meshpoint_device/acs_channel_list_24", std::list<std::string>{"1,6,11"})},
+         "false",
+         "\"meshpoint_device/acs_channel_list\": [1,6,11]",
+         ""},
+        {"6GHz-wlan",
+         {cfgElement("is_root", true), cfgElement("meshpoint_device/is_root_dev", "maybe"),
+          cfgElement("meshpoint_device/monitor_pri_port_link", true)},
+         "true",
+         "",
+         ""},
+        {"11ad",
+         {cfgElement("is_root", false), cfgElement("meshpoint_device/acs_tolerance_period", 7)},
+         "false",
+         "",
+         "[ERR] Radio3 does not support mesh ACS rf_mode: 11ad \n"},
+    };
+    for (const Case& c : cases) {
+        jsonCfgPlus doc;
+        doc.m_radios = {radio(3, {cfgElement("rf_mode", c.rfMode)})};
+        doc.m_radios[0].meshpoints = {service(3, 0, 4, c.mesh)};
+        EXPECT_EQ(run(doc, &cfgPlusApiConverter::jsonCfgPlusMeshpointToWlan), c.output);
+        Lines mesh = lines(doc.m_radios[0].wlans.at(0).elements);
+        EXPECT_EQ(mesh.at(1),
+                  c.cenIsRoot.empty() ? "\"meshpoint_idx\": 0" : "\"cen_is_root\": " + c.cenIsRoot);
+        Lines radio{"\"rf_mode\": \"" + c.rfMode + "\""};
+        if (!c.radioList.empty()) radio.push_back(c.radioList);
+        EXPECT_EQ(lines(doc.m_radios[0].elements), radio);
+        if (c.rfMode == "11ad") {  // no band suffix: the plain name is found and duplicated
+            EXPECT_EQ(mesh.at(3), "\"meshpoint_device/acs_tolerance_period\": 7");
+            EXPECT_EQ(mesh.at(4), mesh.at(3));
+        }
+    }
+}
+
+}  // namespace
