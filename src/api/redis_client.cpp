@@ -17,12 +17,8 @@ constexpr unsigned int kSetTimeoutSeconds = 20;
 
 }  // namespace
 
-void redisClient::ContextRelease::operator()(redisContext* context) const {
-    redisFree(context);
-}
-
 redisClient::redisClient(const std::string& host, int port, struct timeval timeout)
-    : m_host(host), m_timeout(timeout) {
+    : m_host(host), m_timeout(timeout), m_context(nullptr, &redisFree) {
     m_context.reset(redisConnectWithTimeout(m_host.c_str(), port, m_timeout));
     if (m_context == nullptr) {
         jcp::diag("Connection error: can't allocate redis context.");

@@ -35,14 +35,10 @@ class JCP_EXPORT redisClient {
     bool connected() const { return m_state == kConnected; }
 
   private:
-    struct ContextRelease {
-        void operator()(redisContext* context) const;
-    };
-
     std::string m_host;
     struct timeval m_timeout;  // the connect time-out as given
     int m_state = kConnecting;
-    std::unique_ptr<redisContext, ContextRelease> m_context;  // null unless connected
+    std::unique_ptr<redisContext, void (*)(redisContext*)> m_context;  // null unless connected
 };
 
 #endif
