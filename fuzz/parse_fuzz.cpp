@@ -7,9 +7,9 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     try {
-        apiCfgPlusResult* r = parseJsonCfgPlus(reinterpret_cast<const char*>(data),
-                                               static_cast<unsigned int>(size),
-                                               jsonCfgPlusParserCallback, 0, 0, 0);
+        apiCfgPlusResult* r =
+            parseJsonCfgPlus(reinterpret_cast<const char*>(data), static_cast<unsigned int>(size),
+                             jsonCfgPlusParserCallback, 0, 0, 0);
         printJsonCfgPlus(r);
         freeJsonCfgPlus(r);
     } catch (const std::invalid_argument&) {

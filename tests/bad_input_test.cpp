@@ -31,12 +31,12 @@ Outcome parse(const std::string& text) {
 
 TEST(BadInput, EveryStoredShapeEndsCleanly) {
     const std::map<std::string, bool> expectedBuilt = {
-        {"array_document.json", false},     {"duplicate_names.json", true},
-        {"empty.json", false},              {"members_of_wrong_types.json", true},
-        {"null_document.json", false},      {"numbers_out_of_range.json", true},
-        {"odd_strings.json", true},         {"references_of_wrong_types.json", true},
-        {"scalar_document.json", false},    {"scalar_objects.json", true},
-        {"string_document.json", false},    {"trailing_garbage.json", true},
+        {"array_document.json", false},  {"duplicate_names.json", true},
+        {"empty.json", false},           {"members_of_wrong_types.json", true},
+        {"null_document.json", false},   {"numbers_out_of_range.json", true},
+        {"odd_strings.json", true},      {"references_of_wrong_types.json", true},
+        {"scalar_document.json", false}, {"scalar_objects.json", true},
+        {"string_document.json", false}, {"trailing_garbage.json", true},
         {"truncated.json", false}};
     size_t seen = 0;
     for (const auto& file : std::filesystem::directory_iterator(testsupport::dataPath("bad"))) {

@@ -72,7 +72,8 @@ TEST(BuildDriver, GlobalListOrderAndInformationLines) {
     Built b = build(doc, kFullDocument);
     ASSERT_EQ(b.result, 0) << b.output;
     EXPECT_NE(b.output.find(std::string(64, '=') + "\nJSON-Q+: buildConfig()...\n" +
-                            std::string(64, '=') + "\nbuild top level look-up table...\n"
+                            std::string(64, '=') +
+                            "\nbuild top level look-up table...\n"
                             " config-version: hex=0x0a0b\n request-id=12\n"
                             "device: profile resolved.\n"
                             "resolved management policy from profile.\n"
@@ -113,9 +114,8 @@ TEST(BuildDriver, RadiosMergeInIdOrderWithDeviceValuesWinning) {
     EXPECT_EQ(doc.m_radios[0].id, 1);
     const radio_entry& radio2 = doc.m_radios[1];
     EXPECT_EQ(radio2.id, 2);
-    EXPECT_EQ(names(radio2.elements),
-              (std::vector<std::string>{"cen_radio_id", "name", "power", "channel",
-                                        "cen_radio/placement"}));
+    EXPECT_EQ(names(radio2.elements), (std::vector<std::string>{"cen_radio_id", "name", "power",
+                                                                "channel", "cen_radio/placement"}));
     EXPECT_EQ(find(radio2.elements, "power")->intValue, 9);
 
     // w1 (bss 1), w2 (bss 2) from the profile; the device's w2 at bss 4 merges into the
@@ -127,22 +127,31 @@ TEST(BuildDriver, RadiosMergeInIdOrderWithDeviceValuesWinning) {
 
     const std::list<cfgElement>& w1 = radio2.wlans[0].elements;
     EXPECT_EQ(names(w1),
-              (std::vector<std::string>{
-                  "cen_radio_id", "cen_ssid_id", "name", "ssid", "qos_policy/name",
-                  "qos_policy/wmm", "qos_policy/admission_control_voice_enable",
-                  "qos_policy/admission_control_video_enable",
-                  "qos_policy/admission_control_best_effort_enable",
-                  "qos_policy/admission_control_background_enable", "mac_in_acl/name",
-                  "mac_in_acl/mac_rules", "mac_out_acl/name", "mac_out_acl/mac_rules",
-                  "captive_portal/name", "captive_portal/mode", "captive_portal/dns_whitelist/name",
-                  "captive_portal/dns_whitelist/entry", "captive_portal/aaa_policy/name",
-                  "captive_portal/aaa_policy/server"}));
+              (std::vector<std::string>{"cen_radio_id",
+                                        "cen_ssid_id",
+                                        "name",
+                                        "ssid",
+                                        "qos_policy/name",
+                                        "qos_policy/wmm",
+                                        "qos_policy/admission_control_voice_enable",
+                                        "qos_policy/admission_control_video_enable",
+                                        "qos_policy/admission_control_best_effort_enable",
+                                        "qos_policy/admission_control_background_enable",
+                                        "mac_in_acl/name",
+                                        "mac_in_acl/mac_rules",
+                                        "mac_out_acl/name",
+                                        "mac_out_acl/mac_rules",
+                                        "captive_portal/name",
+                                        "captive_portal/mode",
+                                        "captive_portal/dns_whitelist/name",
+                                        "captive_portal/dns_whitelist/entry",
+                                        "captive_portal/aaa_policy/name",
+                                        "captive_portal/aaa_policy/server"}));
     EXPECT_EQ(find(w1, "cen_radio_id")->key, "name");
     // The WLAN's own "cen_ssid_id" member replaces the built one in place.
     EXPECT_EQ(find(w1, "cen_ssid_id")->key, "cen_ssid_id");
     // A WLAN without a QoS policy gets none of the radio's admission-control settings.
-    EXPECT_EQ(find(radio2.wlans[1].elements, "qos_policy/admission_control_voice_enable"),
-              nullptr);
+    EXPECT_EQ(find(radio2.wlans[1].elements, "qos_policy/admission_control_voice_enable"), nullptr);
 }
 
 TEST(BuildDriver, MissingDeviceFailsEvenWithRedisSource) {

@@ -24,12 +24,20 @@ std::set<std::string> plainExports() {
 }
 
 TEST(Exports, PlainNamesAreExactlyTheCEntries) {
-    const std::set<std::string> entries = {
-        "parseJsonCfgPlus",           "parseJsonCfgPlusFile",      "freeJsonCfgPlus",
-        "getJsonCfgPlusReqId",        "checkJsonCfgPlus",          "printJsonCfgPlus",
-        "sendJsonCfgPlus",            "testJsonCfgPlusRedis",      "getJsonCfgPlusDebugCfg",
-        "getJsonCfgPlusDebugApplyCfg", "setJsonCfgPlusDebugApplyCfg",
-        "printJsonCfgPlusDebugCfg",   "jsonCfgPlusParserCallback", "jsonCfgPlusRates2WirelessMode"};
+    const std::set<std::string> entries = {"parseJsonCfgPlus",
+                                           "parseJsonCfgPlusFile",
+                                           "freeJsonCfgPlus",
+                                           "getJsonCfgPlusReqId",
+                                           "checkJsonCfgPlus",
+                                           "printJsonCfgPlus",
+                                           "sendJsonCfgPlus",
+                                           "testJsonCfgPlusRedis",
+                                           "getJsonCfgPlusDebugCfg",
+                                           "getJsonCfgPlusDebugApplyCfg",
+                                           "setJsonCfgPlusDebugApplyCfg",
+                                           "printJsonCfgPlusDebugCfg",
+                                           "jsonCfgPlusParserCallback",
+                                           "jsonCfgPlusRates2WirelessMode"};
     std::set<std::string> exported = plainExports();
     ASSERT_FALSE(exported.empty());
     for (const std::string& name : exported) {

@@ -111,7 +111,7 @@ int recordClock(const struct timeval* tv, const struct timezone* tz) {
 }
 
 class SerialCheck : public testing::Test {
-protected:
+  protected:
     void SetUp() override {
         g_clock = ClockCall();
         previous_ = jcp::setClockSetter(&recordClock);
@@ -129,7 +129,7 @@ protected:
         return rc;
     }
 
-private:
+  private:
     jcp::ClockSetter previous_ = nullptr;
 };
 

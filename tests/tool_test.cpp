@@ -28,7 +28,9 @@ ToolRun runTool(const std::string& args, const std::string& input = "") {
     return run;
 }
 
-size_t lines(const std::string& text) { return std::count(text.begin(), text.end(), '\n'); }
+size_t lines(const std::string& text) {
+    return std::count(text.begin(), text.end(), '\n');
+}
 
 TEST(Tool, DumpsTheExample) {
     ToolRun run = runTool("dump " + std::string(JCP_EXAMPLES_DIR) + "/ap-config.json");
@@ -49,14 +51,14 @@ TEST(Tool, ReadsStandardInput) {
 
 TEST(Tool, FailuresAreOneLineOnStandardError) {
     const char* cases[] = {
-        "dump -",                     // not JSON
-        "dump /nonexistent.json",     // unreadable
-        "validate -",                 // not JSON
-        "check - --serial B",         // mismatch
-        "dump",                       // missing argument
-        "dump a b",                   // too many
-        "dump - --bogus",             // unknown option
-        "frobnicate",                 // unknown command
+        "dump -",                  // not JSON
+        "dump /nonexistent.json",  // unreadable
+        "validate -",              // not JSON
+        "check - --serial B",      // mismatch
+        "dump",                    // missing argument
+        "dump a b",                // too many
+        "dump - --bogus",          // unknown option
+        "frobnicate",              // unknown command
     };
     for (const char* args : cases) {
         SCOPED_TRACE(args);
@@ -70,7 +72,8 @@ TEST(Tool, FailuresAreOneLineOnStandardError) {
 }
 
 TEST(Tool, CheckLeavesTheClockAloneUnlessAsked) {
-    ToolRun run = runTool("check - --serial A", R"({"cen_time": 5, "device": {"cen_serial_number": "A"}})");
+    ToolRun run =
+        runTool("check - --serial A", R"({"cen_time": 5, "device": {"cen_serial_number": "A"}})");
     EXPECT_EQ(run.status, 0);
     EXPECT_NE(run.out.find("set clock(Epoch seconds):5\n"), std::string::npos);
     EXPECT_EQ(run.out.find("set clock errno="), std::string::npos);

@@ -6,7 +6,6 @@
 #include <cstddef>
 #include <cstdint>
 
-
 // One filter rule; 72 bytes. Topologies carry an array of them as their multicast ACL, which
 // is accepted but never filled, so only the size matters here.
 struct FILTER_RULE_ENTRY {
@@ -33,8 +32,8 @@ struct TOPOLOGY_ENTRY {
     uint16_t vlan;
     uint8_t pad0[2];
     uint32_t vxlan_vni;
-    uint32_t remote_endpoint_vxlan_ipaddress;       // IPv4, host order
-    uint32_t remote_endpoint_vxlan_int_mgmt_ip;     // IPv4, host order
+    uint32_t remote_endpoint_vxlan_ipaddress;    // IPv4, host order
+    uint32_t remote_endpoint_vxlan_int_mgmt_ip;  // IPv4, host order
     uint32_t remote_endpoint_vxlan_int_mgmt_vni;
     uint8_t type;  // 6 marlin (and unknown), 7 vlan, 8 virtual_network, 9 gre
     uint8_t tagged;
@@ -73,6 +72,5 @@ struct ARP_GUARD_ACL {
 };
 static_assert(sizeof(ARP_GUARD_ACL) == 132, "ARP_GUARD_ACL is 132 bytes");
 static_assert(offsetof(ARP_GUARD_ACL, addr) == 4, "ARP_GUARD_ACL layout");
-
 
 #endif

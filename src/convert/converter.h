@@ -13,7 +13,7 @@
 #include "model/cfg_element.h"
 
 class JCP_EXPORT cfgPlusApiConverter {
-public:
+  public:
     using ElementList = std::list<cfgElement>;
     using NameList = std::list<std::string>;
 

@@ -3,6 +3,10 @@
 
 extern "C" {
 
-__attribute__((weak)) int apCfgVlanVIDGet(int, int) { return 0; }
-__attribute__((weak)) int apCfgBoardSubTypeGet(void) { return 0; }
+__attribute__((weak)) int apCfgVlanVIDGet(int, int) {
+    return 0;
+}
+__attribute__((weak)) int apCfgBoardSubTypeGet(void) {
+    return 0;
+}
 }
