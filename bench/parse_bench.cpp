@@ -13,7 +13,7 @@ namespace {
 
 // The library prints its milestones; the benchmark measures the work, not the terminal.
 class QuietStdout {
-public:
+  public:
     QuietStdout() : saved_(dup(1)) {
         std::fflush(stdout);
         FILE* null = std::fopen("/dev/null", "w");
@@ -26,7 +26,7 @@ public:
         close(saved_);
     }
 
-private:
+  private:
     int saved_;
 };
 
@@ -51,8 +51,8 @@ std::string grownDocument(int n) {
                  ",\"internal_key\":" + id + "}";
     }
     return "{\"device\":{\"name\":\"ap\"" + members +
-           ",\"interface\":[{\"name\":\"radio1\",\"type\":\"radio\",\"wlanbssmap\":[" + bss +
-           "]}" + vlans + "]},\"wlan\":[" + wlans + "]}";
+           ",\"interface\":[{\"name\":\"radio1\",\"type\":\"radio\",\"wlanbssmap\":[" + bss + "]}" +
+           vlans + "]},\"wlan\":[" + wlans + "]}";
 }
 
 void runPush(benchmark::State& state, const std::string& text, jsonCfgPlusCallback pipeline) {

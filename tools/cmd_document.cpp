@@ -13,7 +13,7 @@ namespace tool {
 namespace {
 
 // The conversion pipeline the dump runs unless told not to.
-constexpr jsonCfgPlusCallback kPipeline = nullptr;
+constexpr jsonCfgPlusCallback kPipeline = jsonCfgPlusParserCallback;
 
 bool g_clockRequested = false;
 
