@@ -9,10 +9,21 @@ if [ "${1:-}" = "m32" ]; then
     packages+=(g++-multilib libjson-c-dev:i386 libhiredis-dev:i386 libtinyxml2-dev:i386)
 fi
 
+native=$(dpkg --print-architecture)
+installed() {
+    # With i386 libraries beside the host's, a bare name would match both: ask for the host's
+    # own, falling back to the bare name for architecture-independent packages.
+    local query="$1"
+    [[ "$query" == *:* ]] || query="$query:$native"
+    local status
+    status=$(dpkg-query -W -f='${Status}' "$query" 2>/dev/null ||
+             dpkg-query -W -f='${Status}' "$1" 2>/dev/null || true)
+    [ "$status" = "install ok installed" ]
+}
+
 missing=()
 for p in "${packages[@]}"; do
-    status=$(dpkg-query -W -f='${Status}' "$p" 2>/dev/null || true)
-    [ "$status" = "install ok installed" ] || missing+=("$p")
+    installed "$p" || missing+=("$p")
 done
 [ ${#missing[@]} -eq 0 ] && exit 0
 
