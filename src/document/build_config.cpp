@@ -8,6 +8,12 @@ namespace {
 
 const std::string kRule(64, '=');
 
+// Prints the line that says whether a reference resolved; true when it did.
+bool announce(const json_object* found, const char* missingLine, const char* resolvedLine) {
+    jcp::diag(found != nullptr ? resolvedLine : missingLine);
+    return found != nullptr;
+}
+
 const std::list<std::string> kTopLevelScalars = {
     "config-version", "personality", "request-id", "cen_time", "ip", "port", "key"};
 
@@ -88,28 +94,17 @@ void jsonCfgPlus::buildProfileConfig(json_object* device) {
     json_object* profile = m_all.resolveRelationship(device, "profile_name", "profile");
     json_object* rfDomain = m_all.resolveRelationship(device, "rf_domain_name", "rf_domain");
 
-    if (profile == nullptr) {
-        jcp::diag("[INFO] device: profile not resolved");
-    } else {
-        jcp::diag("device: profile resolved.");
+    if (announce(profile, "[INFO] device: profile not resolved", "device: profile resolved."))
         walk(profile, "", none, {"interface", "name", "type", "management_policy"}, m_global);
-    }
 
     json_object* management =
         m_all.resolveRelationship(profile, "management_policy", "management_policy");
-    if (management == nullptr) {
-        jcp::diag("[INFO] management policy not resolved.");
-    } else {
-        jcp::diag("resolved management policy from profile.");
+    if (announce(management, "[INFO] management policy not resolved.",
+                 "resolved management policy from profile."))
         walk(management, "management_policy", none, none, m_global);
-    }
 
-    if (rfDomain == nullptr) {
-        jcp::diag("[INFO] device: rf_domain not resolved");
-    } else {
-        jcp::diag("device: resolved rf_domain. ");
+    if (announce(rfDomain, "[INFO] device: rf_domain not resolved", "device: resolved rf_domain. "))
         buildRfDomainConfig(rfDomain);
-    }
 
     if (json_object* interfaces = jsonCfgObj::getJsonObject("interface", profile)) {
         buildInterfaceConfig(interfaces, jsonCfgObj::getJsonObject("meshpoint_device", profile),
@@ -123,19 +118,14 @@ void jsonCfgPlus::buildRfDomainConfig(json_object* rfDomain) {
 
     json_object* sensor =
         m_all.resolveRelationship(rfDomain, "sensor_policy_name", "sensor_policy");
-    if (sensor == nullptr) {
-        jcp::diag("[INFO] sensor_policy from rf_domain not resolved.");
-    } else {
-        jcp::diag("resolved sensor_policy from rf_domain.");
+    if (announce(sensor, "[INFO] sensor_policy from rf_domain not resolved.",
+                 "resolved sensor_policy from rf_domain."))
         walk(sensor, "rf_domain/sensor_policy", none, none, m_global);
-    }
 
     json_object* smartRf =
         m_all.resolveRelationship(rfDomain, "smart_rf_policy", "smart_rf_policy");
-    if (smartRf == nullptr) {
-        jcp::diag("[INFO] smart_rf_policy from rf_domain not resolved.");
-    } else {
-        jcp::diag("resolved smart_rf_policy from rf_domain.");
+    if (announce(smartRf, "[INFO] smart_rf_policy from rf_domain not resolved.",
+                 "resolved smart_rf_policy from rf_domain.")) {
         walk(smartRf, "rf_domain/smart_rf_policy", none, none, m_global);
         m_global.push_back(
             cfgElement("smart_rf_cfg",
