@@ -96,7 +96,8 @@ class RedisServer {
     int port() const { return m_port; }
     // redis-cli's standard output for the arguments, which are given shell-quoted.
     std::string cli(const std::string& args) const {
-        std::string command = "redis-cli -p " + std::to_string(m_port) + " " + args;
+        std::string command =
+            "redis-cli -p " + std::to_string(m_port) + " " + args + " 2>/dev/null";
         FILE* pipe = popen(command.c_str(), "r");
         std::string out;
         char buffer[65536];
