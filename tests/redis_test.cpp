@@ -219,3 +219,25 @@ TEST_F(RedisSourceTest, UnreachableOrSilentServerGivesMinusOne) {
 }
 
 }  // namespace
+
+namespace {
+
+// The whole road: a pointer document handed to the parse entry comes back as the stored one.
+TEST_F(RedisTest, PointerDocumentBuildsTheStoredDocument) {
+    s_server->cli("SET whole '{\"request-id\":9,\"device\":{\"hostname\":\"stored-ap\"}}'");
+    std::string pointerText = "{\"ip\":\"127.0.0.1\",\"port\":" + std::to_string(port()) +
+                              ",\"key\":\"whole\",\"device\":{\"hostname\":\"pointer\"}}";
+    apiCfgPlusResult* r = testsupport::parseText(pointerText, jsonCfgPlusParserCallback);
+    ASSERT_NE(r, nullptr);
+    std::vector<std::string> names;
+    for (int32_t i = 0; i < r->global.count; ++i) names.push_back(r->global.entries[i].name);
+    ASSERT_GE(names.size(), 3u);
+    EXPECT_EQ(names[names.size() - 2], "cen_redis_port");
+    EXPECT_EQ(names.back(), "cen_redis_host");
+    const apiCfgPlusEntry* hostname = testsupport::findEntry(r->global, "hostname");
+    ASSERT_NE(hostname, nullptr);
+    EXPECT_STREQ(static_cast<const char*>(hostname->value), "stored-ap");
+    captureStdout([&] { freeJsonCfgPlus(r); });
+}
+
+}  // namespace

@@ -29,7 +29,7 @@ const tool::Command kCommands[] = {
 void printUsage(FILE* out) {
     std::fprintf(out, "usage: jsoncfgplus <command> [options]   (FILE may be - for stdin)\n\n");
     for (const tool::Command& c : kCommands)
-        std::fprintf(out, "  %-10s %s\n  %-10s   %s\n", c.name, c.usage, "", c.summary);
+        std::fprintf(out, "  %-13s %s\n  %-13s   %s\n", c.name, c.usage, "", c.summary);
 }
 
 bool wantsHelp(int argc, char** argv) {

@@ -3,6 +3,7 @@
 #include "api/diag.h"
 #include "document/json_cfg_plus.h"
 #include "document/read_file.h"
+#include "document/redis_source.h"
 
 namespace {
 
@@ -86,6 +87,8 @@ int jsonCfgPlus::buildFromTable(json_object* root) {
     if (json_object* interfaces = jsonCfgObj::getJsonObject("interface", device))
         buildInterfaceConfig(interfaces, nullptr, nullptr);
 
+    // A pointer document is replaced by the one it names; the nested build runs the pipeline.
+    if (jcp::hasRedisSource(*this)) return jcp::buildFromRedis(*this);
     return m_callback != nullptr ? m_callback(this) : 0;
 }
 
