@@ -198,7 +198,7 @@ TEST(BuildDriver, PipelineResultFailsTheBuildAndResetsTheLists) {
     jsonCfgPlus doc;
     doc.m_callback = failingPipeline;
     g_callbackCalls = 0;
-    Built b = build(doc, R"({"key": "k", "port": 4, "ip": "h", "device": {"a": 1},
+    Built b = build(doc, R"({"key": "k", "ip": "h", "device": {"a": 1},
                              "profile": [{"name": "p", "interface": []}]})");
     EXPECT_EQ(b.result, 5);
     EXPECT_EQ(g_callbackCalls, 1);
