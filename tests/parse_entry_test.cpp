@@ -1,10 +1,10 @@
-// The exported entries: parse, free, request id, serial check, and the result dump. The
-// entries of a whole document, field by field, are c_caller_test's.
+// The exported entries: parse, free, request id, serial check, and the result dump.
 #include <gtest/gtest.h>
 #include <sys/time.h>
 
 #include <cerrno>
 #include <cstdlib>
+#include <fstream>
 
 #include "api/clock.h"
 #include "api/jsoncfgplus.h"
@@ -12,22 +12,52 @@
 
 namespace {
 
-using testsupport::captureStderr;
 using testsupport::captureStdout;
 using testsupport::parseText;
 
-TEST(ParseEntry, EmptyPartsOfTheResultRecordHaveNoBlocks) {
-    apiCfgPlusResult* r = parseText(R"({"device": {}})");
+const std::string kRule(64, '=');
+
+TEST(ParseEntry, ShapesOfTheResultRecord) {
+    apiCfgPlusResult* r = parseText(R"({"device": {"a": 1}})");
     ASSERT_NE(r, nullptr);
-    EXPECT_EQ(r->global.count + r->radioCount + r->vnsCount + r->meshpointCount, 0);
-    EXPECT_TRUE(!r->global.entries && !r->radios && !r->vnsList && !r->meshpoints);
-    EXPECT_EQ(captureStdout([&] { freeJsonCfgPlus(r); }), "JSON-Q+: freeJsonCfgPlus done.\n");
+    EXPECT_EQ(r->global.count, 1);
+    EXPECT_EQ(r->radioCount, 0);
+    EXPECT_EQ(r->radios, nullptr);
+    EXPECT_EQ(r->vnsCount, 0);
+    EXPECT_EQ(r->vnsList, nullptr);
+    EXPECT_EQ(r->meshpointCount, 0);
+    EXPECT_EQ(r->meshpoints, nullptr);
+    freeJsonCfgPlus(r);
+
+    r = parseText(R"({"device": {}})");
+    ASSERT_NE(r, nullptr);
+    EXPECT_EQ(r->global.count, 0);
+    EXPECT_EQ(r->global.entries, nullptr);
+    freeJsonCfgPlus(r);
+}
+
+TEST(ParseEntry, WiredPortBeforeRadioStillFillsTheFirstSlot) {
+    apiCfgPlusResult* r = parseText(R"({"device": {"interface": [
+        {"name": "p1", "wlanbssmap": [{"bss": 2, "wlan": "w"}]},
+        {"name": "radio2", "type": "radio", "wlanbssmap": [{"bss": 1, "wlan": "w"}]}]},
+      "wlan": [{"name": "w", "cen_ssid_id": 9}]})");
+    ASSERT_NE(r, nullptr);
+    ASSERT_EQ(r->radioCount, 1);
+    EXPECT_EQ(r->radios[0].entries[0].radio, 1);
+    ASSERT_EQ(r->vnsCount, 2);
+    EXPECT_EQ(r->vnsList[0].entries[0].radio, 1);
+    EXPECT_EQ(r->vnsList[0].entries[0].vns, 0);
+    EXPECT_EQ(r->vnsList[1].entries[0].radio, 3);
+    EXPECT_EQ(r->vnsList[1].entries[0].vns, 1);
+    freeJsonCfgPlus(r);
 }
 
 TEST(ParseEntry, FailuresGiveNull) {
     std::string out;
     EXPECT_EQ(parseText("{\"device\": ", nullptr, &out), nullptr);
     EXPECT_EQ(out.rfind("parseJsonCfgPlus starts...\n", 0), 0u);
+    EXPECT_EQ(parseText(R"({"profile": []})", nullptr, &out), nullptr);
+    EXPECT_NE(out.find("[ERR] not found mandatory device.\n"), std::string::npos);
 
     out = captureStdout([] {
         EXPECT_EQ(parseJsonCfgPlusFile("/nonexistent/doc.json", nullptr, 0, 0, 0), nullptr);
@@ -41,7 +71,8 @@ TEST(ParseEntry, FailuresGiveNull) {
 TEST(ParseEntry, SaveFlagWritesTheReceivedDocument) {
     std::string out = captureStdout([] {
         const std::string text = R"({"device": {"saved": true}})";
-        freeJsonCfgPlus(parseJsonCfgPlus(text.data(), text.size(), nullptr, 1, 1, 0));
+        apiCfgPlusResult* r = parseJsonCfgPlus(text.data(), text.size(), nullptr, 1, 1, 0);
+        freeJsonCfgPlus(r);
     });
     size_t at = out.find("JSON-Q+ Configuration is saved to file: /tmp/json_q");
     ASSERT_NE(at, std::string::npos) << out;
@@ -53,12 +84,15 @@ TEST(ParseEntry, SaveFlagWritesTheReceivedDocument) {
 TEST(RequestId, ReadsTheTopLevelInteger) {
     auto reqId = [](const std::string& text) {
         int id = -1;
-        captureStderr(
+        testsupport::captureStderr(
             [&] { id = getJsonCfgPlusReqId(text.data(), static_cast<unsigned int>(text.size())); });
         return id;
     };
     EXPECT_EQ(reqId(R"({"request-id": 77})"), 77);
-    EXPECT_EQ(reqId(R"({"request-id": "77"})") + reqId(R"({"device": {}})") + reqId("{"), 0);
+    EXPECT_EQ(reqId(R"({"request-id": "77"})"), 0);
+    EXPECT_EQ(reqId(R"({"device": {}})"), 0);
+    EXPECT_EQ(reqId("{"), 0);
+    EXPECT_EQ(reqId("[1]"), 0);
 }
 
 struct ClockCall {
@@ -84,27 +118,27 @@ class SerialCheck : public testing::Test {
     }
     void TearDown() override { jcp::setClockSetter(previous_); }
 
-    int check(const std::string& text, const char* serial, int* requestId = nullptr) {
+    int check(const std::string& text, const char* serial, int* requestId, std::string* out) {
         int rc = 0;
-        out = captureStdout([&] {
-            captureStderr([&] {
+        *out = captureStdout([&] {
+            testsupport::captureStderr([&] {
                 rc = checkJsonCfgPlus(text.data(), static_cast<unsigned int>(text.size()), serial,
                                       requestId);
             });
         });
         return rc;
     }
-    std::string out;
 
   private:
     jcp::ClockSetter previous_ = nullptr;
 };
 
 TEST_F(SerialCheck, MismatchIsReportedAndTheClockStillSet) {
+    std::string out;
     int requestId = 0;
     EXPECT_EQ(check(R"({"request-id": 5, "cen_time": 1700000000,
                         "device": {"cen_serial_number": "SN1"}})",
-                    "SN2", &requestId),
+                    "SN2", &requestId, &out),
               -1);
     EXPECT_EQ(requestId, 5);
     EXPECT_EQ(out,
@@ -119,30 +153,49 @@ TEST_F(SerialCheck, MismatchIsReportedAndTheClockStillSet) {
 }
 
 TEST_F(SerialCheck, MatchesWhenNothingCanBeCompared) {
+    std::string out;
     int requestId = 42;
-    EXPECT_EQ(check(R"({"device": {"cen_serial_number": "SN1"}})", nullptr, &requestId), 0);
-    EXPECT_EQ(out, "JSON request_id=0\nserial_number match: JSON sn=\"SN1\" vs AP sn=\"NULL\"\n");
+    EXPECT_EQ(check(R"({"device": {"cen_serial_number": "SN1"}})", nullptr, &requestId, &out), 0);
+    EXPECT_EQ(out,
+              "JSON request_id=0\n"
+              "serial_number match: JSON sn=\"SN1\" vs AP sn=\"NULL\"\n");
     EXPECT_EQ(requestId, 42);  // no request id in the document: left alone
-    EXPECT_EQ(check(R"({"cen_time": 3})", "SN"), 0);
-    EXPECT_EQ(check(R"({"device": {"cen_serial_number": "SN"}})", "SN"), 0);
+    EXPECT_EQ(check(R"({"cen_time": 3})", "SN", nullptr, &out), 0);
+    EXPECT_EQ(check(R"({"device": {"cen_serial_number": "SN"}})", "SN", nullptr, &out), 0);
 }
 
 TEST_F(SerialCheck, FailedClockSetIsSilentAndBadTextSetsNothing) {
+    std::string out;
     g_clock.result = -1;
-    EXPECT_EQ(check(R"({"cen_time": 3})", nullptr), 0);
+    EXPECT_EQ(check(R"({"cen_time": 3})", nullptr, nullptr, &out), 0);
     EXPECT_EQ(out.find("set clock errno="), std::string::npos);
     EXPECT_EQ(g_clock.calls, 1);
 
-    EXPECT_EQ(check(R"({"cen_time": 3, "device": )", "SN"), 0);
+    EXPECT_EQ(check(R"({"cen_time": 3, "device": )", "SN", nullptr, &out), 0);
     EXPECT_EQ(out, "");
     EXPECT_EQ(g_clock.calls, 1);
+}
+
+TEST(Dump, RecordWithoutRadiosPrintsEverySection) {
+    apiCfgPlusResult* r = parseText(R"({"device": {"name": "ap", "up": true}})");
+    ASSERT_NE(r, nullptr);
+    std::string out = captureStdout([&] { printJsonCfgPlus(r); });
+    EXPECT_EQ(out, "\nGlobal Config.\n" + kRule +
+                       "\n\"name\": \"ap\"\n\"up\": true\n"
+                       "\nRadio Config.\n" +
+                       kRule + "\n\nVNS Config.\n" + kRule + "\n\nMeshpoint Config.\n" + kRule +
+                       "\nJSON-Q+: printJsonCfgPlus done.\n");
+    out = captureStdout([&] { freeJsonCfgPlus(r); });
+    EXPECT_EQ(out, "JSON-Q+: freeJsonCfgPlus done.\n");
 }
 
 TEST(Dump, EmptyArraysHaveNoHeader) {
     apiCfgPlusResult r = {};
     apiCfgPlusEntryArray empty[2] = {};
-    r.radioCount = r.vnsCount = 2;
-    r.radios = r.vnsList = empty;
+    r.radioCount = 2;
+    r.radios = empty;
+    r.vnsCount = 2;
+    r.vnsList = empty;
     std::string out = captureStdout([&] { printJsonCfgPlus(&r); });
     EXPECT_EQ(out.find("[Radio#"), std::string::npos);
 }
@@ -153,7 +206,7 @@ TEST(Dump, MatchesGoldenFile) {
     apiCfgPlusResult* r = parseText(text);
     ASSERT_NE(r, nullptr);
     std::string out = captureStdout([&] { printJsonCfgPlus(r); });
-    captureStdout([&] { freeJsonCfgPlus(r); });
+    freeJsonCfgPlus(r);
     std::string goldenPath = testsupport::dataPath("dump_small.txt");
     if (std::getenv("JCP_UPDATE_GOLDEN") != nullptr) testsupport::writeFile(goldenPath, out);
     EXPECT_EQ(out, testsupport::readFile(goldenPath))

@@ -1,7 +1,6 @@
 // Meshpoints turned WLANs, the eight WLAN slots per radio and the reorder by stored SSID ids.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <map>
 #include <utility>
 
@@ -19,13 +18,11 @@ extern "C" int apCfgVlanVIDGet(int radio, int slot) {
 namespace {
 
 using List = std::list<cfgElement>;
-using Strings = std::list<std::string>;
+using Lines = std::vector<std::string>;
 
-// "name=value" per element, as rendered, separated by "; ".
-std::string text(const List& list) {
-    std::string out;
-    for (const cfgElement& e : list)
-        out += (out.empty() ? "" : "; ") + e.name + "=" + e.toString(0).substr(e.name.size() + 4);
+Lines lines(const List& list) {
+    Lines out;
+    for (const cfgElement& e : list) out.push_back(e.toString(0));
     return out;
 }
 
@@ -59,21 +56,31 @@ std::string run(jsonCfgPlus& doc, Step step) {
 }
 
 TEST(WlanOrder, EightSlotsPerRadioAndTheWiredPorts) {
+    jsonCfgPlus empty;
+    EXPECT_EQ(run(empty, &cfgPlusApiConverter::jsonCfgPlusVnsOrderWlans), "");
+    ASSERT_EQ(empty.m_radios.size(), 3u);
+    for (int i = 0; i < 3; ++i) {
+        const radio_entry& r = empty.m_radios[i];
+        EXPECT_EQ(r.id, 4 + i);
+        EXPECT_EQ(r.name, "p" + std::to_string(i + 1));
+        ASSERT_EQ(r.wlans.size(), 8u);
+        for (int k = 0; k < 8; ++k) EXPECT_EQ(describe(r.wlans[k]), placeholder(k, r.id));
+    }
+
     jsonCfgPlus doc;
     doc.m_radios = {radio(1), radio(5), radio(7)};  // 7, a bridge port, stays last
     doc.m_radios[0].wlans = {service(1, 3, 30), service(1, 0, 10), service(1, -1, 99),
                              service(1, 8, 98), service(1, 3, 31, {cfgElement("x", 1)})};
     const std::string warning = "[WARNING: vns_index is out of range: 8, ignore.\n";
     EXPECT_EQ(run(doc, &cfgPlusApiConverter::jsonCfgPlusVnsOrderWlans), warning + warning);
-    std::string radios;
-    for (const radio_entry& r : doc.m_radios)
-        radios += std::to_string(r.id) + r.name + ":" + std::to_string(r.wlans.size()) + " ";
-    EXPECT_EQ(radios, "1radio1:8 4p1:8 5radio5:8 6p3:8 7radio7:8 ");
+    std::vector<int> ids;
+    for (const radio_entry& r : doc.m_radios) ids.push_back(r.id);
+    EXPECT_EQ(ids, (std::vector<int>{1, 4, 5, 6, 7}));
     const std::vector<vns_entry>& slots = doc.m_radios[0].wlans;
+    ASSERT_EQ(slots.size(), 8u);
     EXPECT_EQ(describe(slots[0]), "0,1,10 ssid_id=\"cen_ssid_id\": 10");
     EXPECT_EQ(describe(slots[3]), "3,1,31 ssid_id=\"cen_ssid_id\": 31 =\"x\": 1");
     for (int k : {1, 2, 4, 5, 6, 7}) EXPECT_EQ(describe(slots[k]), placeholder(k, 1));
-    EXPECT_EQ(describe(doc.m_radios[1].wlans[7]), placeholder(7, 4));
 }
 
 TEST(WlanReorder, SlotsFollowTheSsidIdsStoredOnTheAp) {
@@ -115,61 +122,67 @@ TEST(MeshpointToWlan, MeshpointsLeadTheWlansWithTheirElementsEdited) {
     EXPECT_EQ(run(doc, &cfgPlusApiConverter::jsonCfgPlusMeshpointToWlan),
               "jsonCfgPlusMeshpointToWlan: Converting Meshpoint to WLAN. \n");
     ASSERT_EQ(r.wlans.size(), 3u);
-    EXPECT_EQ(text(r.wlans[0].elements),
-              "cen_ssid_id=9; ssid=\"mesh1\"; meshid=\"mesh1\"; cen_is_root=true; is_root=false; "
-              "meshpoint_device/is_root_dev=\"true\"; wds/meshpoint_device/hysteresis_snr_min=12; "
-              "meshpoint_device/hysteresis_snr_min=12; meshpoint_device/acs_path_min=3; "
-              "meshpoint_device/acs_path_min_5=3; meshpoint_device/acs_path_threshold_24=4; "
-              "meshpoint_device/preferred_root=\"r\"; meshpoint_idx=0; "
-              "meshpoint_device/preferred_neighbor=\"\"");
+    EXPECT_EQ(
+        lines(r.wlans[0].elements),
+        (Lines{"\"cen_ssid_id\": 9", "\"ssid\": \"mesh1\"", "\"meshid\": \"mesh1\"",
+               "\"cen_is_root\": true", "\"is_root\": false",
+               "\"meshpoint_device/is_root_dev\": \"true\"",
+               "\"wds/meshpoint_device/hysteresis_snr_min\": 12",
+               "\"meshpoint_device/hysteresis_snr_min\": 12",
+               "\"meshpoint_device/acs_path_min\": 3", "\"meshpoint_device/acs_path_min_5\": 3",
+               "\"meshpoint_device/acs_path_threshold_24\": 4",
+               "\"meshpoint_device/preferred_root\": \"r\"", "\"meshpoint_idx\": 0",
+               "\"meshpoint_device/preferred_neighbor\": \"\""}));
     EXPECT_EQ(r.wlans[0].index, 2);
-    EXPECT_EQ(std::next(r.wlans[1].elements.begin())->toString(0), "\"meshpoint_idx\": 0");
-    EXPECT_EQ(text(r.wlans[2].elements), "cen_ssid_id=1; meshpoint_idx=-1");
+    EXPECT_EQ(lines(r.wlans[1].elements).at(1), "\"meshpoint_idx\": 0");
+    EXPECT_EQ(lines(r.wlans[2].elements), (Lines{"\"cen_ssid_id\": 1", "\"meshpoint_idx\": -1"}));
     EXPECT_EQ(r.meshpoints[0].elements.size(), 8u);  // the meshpoints stay as built
     // Root without a monitored wired link: the radio's list is emptied where it stands.
-    EXPECT_EQ(text(r.elements), "rf_mode=\"5GHz-wlan\"; meshpoint_device/acs_channel_list=[ ]");
+    EXPECT_EQ(lines(r.elements).back(), "\"meshpoint_device/acs_channel_list\": [ ]");
     EXPECT_EQ(r.elements.back().kind, CFG_INT_LIST);
 }
 
-// What converting one meshpoint on radio 3 prints, the radio's elements, and the WLAN's
-// elements ahead of the appended "meshpoint_idx".
-std::string meshOnRadio3(const std::string& rfMode, List mesh) {
-    jsonCfgPlus doc;
-    doc.m_radios = {radio(3, {cfgElement("rf_mode", rfMode)})};
-    doc.m_radios[0].meshpoints = {service(3, 0, 4, std::move(mesh))};
-    std::string out = run(doc, &cfgPlusApiConverter::jsonCfgPlusMeshpointToWlan);
-    List wlan = doc.m_radios[0].wlans.at(0).elements;
-    wlan.erase(std::find_if(wlan.begin(), wlan.end(),
-                            [](const cfgElement& e) { return e.name == "meshpoint_idx"; }),
-               wlan.end());
-    return out + text(doc.m_radios[0].elements) + " | " + text(wlan);
-}
-
 TEST(MeshpointToWlan, RootFlagAndBandDecideTheRadiosAcsChannelList) {
-    EXPECT_EQ(meshOnRadio3("6GHz-wlan", {}),
-              "rf_mode=\"6GHz-wlan\"; meshpoint_device/acs_channel_list=[ ] | cen_ssid_id=4");
-    // The device's "false" overrides is_root; the banded list, a text, gives the radio's.
-    EXPECT_EQ(
-        meshOnRadio3(
-            "2.4GHz-wlan",
-            {cfgElement("is_root", true), cfgElement("meshpoint_device/is_root_dev", "false"),
-             cfgElement("meshpoint_device/acs_channel_list_24", Strings{"1,6,11"})}),
-        "rf_mode=\"2.4GHz-wlan\"; meshpoint_device/acs_channel_list=[1,6,11] | cen_ssid_id=4; "
-        "cen_is_root=false; is_root=true; meshpoint_device/is_root_dev=\"false\"; "
-        "meshpoint_device/acs_channel_list_24=[\"1,6,11\"]");
-    // A root that watches its wired link, without a banded list: the radio's list stays.
-    EXPECT_EQ(
-        meshOnRadio3("6GHz-wlan", {cfgElement("is_root", true),
-                                   cfgElement("meshpoint_device/is_root_dev", "maybe"),
-                                   cfgElement("meshpoint_device/monitor_pri_port_link", true)}),
-        "rf_mode=\"6GHz-wlan\" | cen_ssid_id=4; cen_is_root=true; is_root=true; "
-        "meshpoint_device/is_root_dev=\"maybe\"; meshpoint_device/monitor_pri_port_link=true");
-    // No band suffix: the plain name is found and duplicated.
-    EXPECT_EQ(meshOnRadio3("11ad", {cfgElement("is_root", false),
-                                    cfgElement("meshpoint_device/acs_tolerance_period", 7)}),
-              "[ERR] Radio3 does not support mesh ACS rf_mode: 11ad \nrf_mode=\"11ad\" | "
-              "cen_ssid_id=4; cen_is_root=false; is_root=false; "
-              "meshpoint_device/acs_tolerance_period=7; meshpoint_device/acs_tolerance_period=7");
+    struct Case {
+        std::string rfMode;
+        List mesh;
+        std::string cenIsRoot, radioList, output;
+    } cases[] = {
+        {"6GHz-wlan", {}, "", "\"meshpoint_device/acs_channel_list\": [ ]", ""},
+        {"2.4GHz-wlan",
+         {cfgElement("is_root", true), cfgElement("meshpoint_device/is_root_dev", "false"),
+          cfgElement("meshpoint_device/acs_channel_list_24", std::list<std::string>{"1,6,11"})},
+         "false",
+         "\"meshpoint_device/acs_channel_list\": [1,6,11]",
+         ""},
+        {"6GHz-wlan",
+         {cfgElement("is_root", true), cfgElement("meshpoint_device/is_root_dev", "maybe"),
+          cfgElement("meshpoint_device/monitor_pri_port_link", true)},
+         "true",
+         "",
+         ""},
+        {"11ad",
+         {cfgElement("is_root", false), cfgElement("meshpoint_device/acs_tolerance_period", 7)},
+         "false",
+         "",
+         "[ERR] Radio3 does not support mesh ACS rf_mode: 11ad \n"},
+    };
+    for (const Case& c : cases) {
+        jsonCfgPlus doc;
+        doc.m_radios = {radio(3, {cfgElement("rf_mode", c.rfMode)})};
+        doc.m_radios[0].meshpoints = {service(3, 0, 4, c.mesh)};
+        EXPECT_EQ(run(doc, &cfgPlusApiConverter::jsonCfgPlusMeshpointToWlan), c.output);
+        Lines mesh = lines(doc.m_radios[0].wlans.at(0).elements);
+        EXPECT_EQ(mesh.at(1),
+                  c.cenIsRoot.empty() ? "\"meshpoint_idx\": 0" : "\"cen_is_root\": " + c.cenIsRoot);
+        Lines radio{"\"rf_mode\": \"" + c.rfMode + "\""};
+        if (!c.radioList.empty()) radio.push_back(c.radioList);
+        EXPECT_EQ(lines(doc.m_radios[0].elements), radio);
+        if (c.rfMode == "11ad") {  // no band suffix: the plain name is found and duplicated
+            EXPECT_EQ(mesh.at(3), "\"meshpoint_device/acs_tolerance_period\": 7");
+            EXPECT_EQ(mesh.at(4), mesh.at(3));
+        }
+    }
 }
 
 }  // namespace
