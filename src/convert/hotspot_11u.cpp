@@ -135,7 +135,7 @@ bool readRealm(const hs2::Item& item, NAI_REALM& realm) {
             break;
         }
         EAP_METHOD row{};
-        if (readEapRow(rows[i], i, row)) kept.push_back(row);
+        if (hs2::usable(rows[i]) && readEapRow(rows[i], i, row)) kept.push_back(row);
     }
     // Rows of one method sit together, methods in index order; ties keep document order.
     std::stable_sort(kept.begin(), kept.end(),
@@ -188,7 +188,8 @@ void nameList(cfgPlusApiConverter& converter, ElementList& wlan, const std::stri
             break;
         }
         NAME_LANG record{};
-        if (!converter.jsonCfgPlusVns11ULangName(*item.fields, item.prefix, item.name, record))
+        if (!usable(item) ||
+            !converter.jsonCfgPlusVns11ULangName(*item.fields, item.prefix, item.name, record))
             continue;
         append(bytes, record);
         ++kept;
@@ -225,7 +226,8 @@ int cfgPlusApiConverter::jsonCfgPlusVns11UCellNet(vns_entry& wlan) {
             break;
         }
         _3GPP_CELL_NET record{};
-        if (!readMcc(item, record.mcc) || !readMnc(item, record.mnc)) continue;
+        if (!hs2::usable(item) || !readMcc(item, record.mcc) || !readMnc(item, record.mnc))
+            continue;
         hs2::append(bytes, record);
         ++kept;
     }
@@ -245,7 +247,7 @@ int cfgPlusApiConverter::jsonCfgPlusVns11UNaiRealm(vns_entry& wlan) {
             break;
         }
         NAI_REALM record{};
-        if (!readRealm(item, record)) continue;
+        if (!hs2::usable(item) || !readRealm(item, record)) continue;
         hs2::append(bytes, record);
         ++kept;
     }
@@ -298,6 +300,7 @@ int cfgPlusApiConverter::jsonCfgPlusVns11UNetAuthType(vns_entry& wlan) {
         hs2::warn(types[i].name, "only one network authentication type is advertised, dropped");
     }
     const hs2::Item& item = types.front();
+    if (!hs2::usable(item)) return 0;
     const cfgElement* type = hs2::field(*item.fields, item.prefix, "auth_type");
     int code = type != nullptr ? netAuthCode(*type) : -1;
     if (code < 0) {

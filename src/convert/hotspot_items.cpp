@@ -10,6 +10,8 @@ namespace hs2 {
 
 namespace {
 
+const ElementList kNoFields;
+
 const char* kindName(cfgElementKind kind) {
     switch (kind) {
         case CFG_NULL:
@@ -46,7 +48,7 @@ std::vector<Item> items(const ElementList& list, const std::string& name) {
         bool given = std::any_of(list.begin(), list.end(), [&](const cfgElement& e) {
             return e.name.compare(0, inner.size(), inner) == 0;
         });
-        if (given) out.push_back(Item{&list, name, name});
+        if (given) out.push_back(Item{&list, name, name, true});
         return out;
     }
     if (element->kind == CFG_EMPTY_ARRAY || element->kind == CFG_OBJECT) return out;
@@ -62,13 +64,14 @@ std::vector<Item> items(const ElementList& list, const std::string& name) {
         bool object = entry.kind == CFG_OBJECT &&
                       std::none_of(entry.elements.begin(), entry.elements.end(),
                                    [&](const cfgElement& e) { return e.name == name; });
-        if (!object) {
-            warn(item, "not an object, dropped");
-            continue;
-        }
-        out.push_back(Item{&entry.elements, name, item});
+        out.push_back(Item{object ? &entry.elements : &kNoFields, name, item, object});
     }
     return out;
+}
+
+bool usable(const Item& item) {
+    if (!item.object) warn(item.name, "not an object, dropped");
+    return item.object;
 }
 
 const cfgElement* field(const ElementList& fields, const std::string& prefix, const char* key) {

@@ -147,8 +147,8 @@ class ProviderReader {
                 hs2::warnCut(name.name, kHs2MaxOsuNames);
                 break;
             }
-            if (m_converter.jsonCfgPlusVns11ULangName(*name.fields, name.prefix, name.name,
-                                                      out[kept])) {
+            if (hs2::usable(name) && m_converter.jsonCfgPlusVns11ULangName(
+                                         *name.fields, name.prefix, name.name, out[kept])) {
                 ++kept;
             } else {
                 out[kept] = NAME_LANG{};
@@ -179,6 +179,7 @@ class ProviderReader {
                 break;
             }
             const hs2::Item* source = want.second;
+            if (source != nullptr && !hs2::usable(*source)) continue;
             if (source != nullptr &&
                 hs2::field(*source->fields, source->prefix, "file") == nullptr) {
                 const cfgElement* file = hs2::field(*source->fields, source->prefix, "filename");
@@ -205,6 +206,7 @@ class ProviderReader {
         if (!m_globalRead) {
             m_globalIcons = hs2::items(m_global, kGlobalIcons);
             m_globalRead = true;
+            for (const hs2::Item& icon : m_globalIcons) hs2::usable(icon);
         }
         const hs2::Item* icon = globalIcon(m_globalIcons, name);
         if (icon == nullptr) {
@@ -233,7 +235,7 @@ int cfgPlusApiConverter::jsonCfgPlusVnsHS2OsuSp(vns_entry& wlan, const ElementLi
         }
         OSU_SP sp{};
         size_t mark = data.size();
-        if (reader.read(item, sp, data)) {
+        if (hs2::usable(item) && reader.read(item, sp, data)) {
             records.push_back(sp);
         } else {
             data.resize(mark);

@@ -99,7 +99,7 @@ int cfgPlusApiConverter::jsonCfgPlusHS2ConnectionCap(vns_entry& wlan) {
             break;
         }
         CONN_CAP record{};
-        if (!readConnCap(item, record)) continue;
+        if (!hs2::usable(item) || !readConnCap(item, record)) continue;
         hs2::append(bytes, record);
         ++kept;
     }

@@ -22,14 +22,17 @@ using ElementList = std::list<cfgElement>;
 // One object of a list: the list its fields are found in, the path they are named under, and
 // the name warnings give it ("passpoint_policy/plmnid[1]").
 struct Item {
-    const ElementList* fields;
+    const ElementList* fields;  // empty for an item that is not an object
     std::string prefix;
     std::string name;
+    bool object;
 };
 
-// The objects of the list element `name` in list, in document order: the items of an array of
-// objects, or the one object given in its place. Anything else is warned about and gives none.
+// The items of the list element `name` in list, in document order: those of an array, or the
+// one object given in its place. A value that is no list is warned about and gives none.
 std::vector<Item> items(const ElementList& list, const std::string& name);
+// True for an object; otherwise warns that the item is dropped, so warnings keep document order.
+bool usable(const Item& item);
 
 // The field prefix + "/" + key, or null.
 const cfgElement* field(const ElementList& fields, const std::string& prefix, const char* key);
