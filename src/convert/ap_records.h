@@ -73,4 +73,156 @@ struct ARP_GUARD_ACL {
 static_assert(sizeof(ARP_GUARD_ACL) == 132, "ARP_GUARD_ACL is 132 bytes");
 static_assert(offsetof(ARP_GUARD_ACL, addr) == 4, "ARP_GUARD_ACL layout");
 
+// Hotspot 2.0 / 802.11u advertisement records. Each list element's value is its records back to
+// back (the OSU provider list has a head, see OSU_SP_LIST). Texts are zero-terminated and
+// zero-padded; a text field is one byte longer than the longest text the air format carries.
+
+// Language code: ISO 639, 2 or 3 letters (802.11u name duple: 3-octet code, a 2-letter code
+// padded with a zero octet).
+constexpr int kHs2LangCodeSize = 4;
+// Venue, operator, OSU friendly name and description: at most 252 octets (802.11u name duple:
+// one length octet covers the 3-octet code and the name).
+constexpr int kHs2NameSize = 253;
+// NAI realm: at most 255 octets (802.11u NAI Realm Length is one octet).
+constexpr int kHs2RealmSize = 256;
+// EAP rows per realm: at most 255 (802.11u EAP Method Count is one octet; a row adds at most
+// one method).
+constexpr int kHs2MaxEapRows = 255;
+// MCC: 3 digits; MNC: 2 or 3 digits (3GPP TS 23.003).
+constexpr int kHs2MccSize = 4;
+constexpr int kHs2MncSize = 4;
+// OSU server URI, OSU NAI, icon file name: at most 255 octets (Hotspot 2.0 OSU Provider and
+// Icon Metadata: one length octet each).
+constexpr int kHs2UriSize = 256;
+// Icon data: at most 65535 bytes (Hotspot 2.0 Icon Binary File: two-octet data length).
+constexpr uint32_t kHs2MaxIconBytes = 65535;
+// Friendly names and descriptions per OSU provider: 8 languages (our bound; the air format
+// allows more, a manager offers far fewer).
+constexpr int kHs2MaxOsuNames = 8;
+// Icons per OSU provider: 4 (our bound: up to 64 KiB each is what the AP holds per provider).
+constexpr int kHs2MaxOsuIcons = 4;
+// OSU methods: 0 OMA-DM, 1 SOAP-XML SPP (Hotspot 2.0 OSU Method List); both fit.
+constexpr int kHs2MaxOsuMethods = 2;
+
+// How many records each list holds at most; later items are dropped with a warning.
+// PLMNs: 84 (3GPP Cellular Network PLMN List: one length octet, 1 + 3 octets per PLMN).
+constexpr int kHs2MaxPlmns = 84;
+// Realms: 64 (our bound, about 80 KiB of records per WLAN).
+constexpr int kHs2MaxRealms = 64;
+// Venue and operator names: 32 languages (our bound).
+constexpr int kHs2MaxNames = 32;
+// Connection capabilities: 64 (our bound).
+constexpr int kHs2MaxConnCaps = 64;
+// OSU providers: 8 (our bound: with their icons up to about 2 MiB per WLAN).
+constexpr int kHs2MaxOsuProviders = 8;
+
+// One PLMN of the 3GPP Cellular Network list ("passpoint_policy/cen_plmnid"), as digit texts
+// so that an MNC of "01" and one of "001" stay different.
+struct _3GPP_CELL_NET {
+    char mcc[kHs2MccSize];  // 3 decimal digits
+    char mnc[kHs2MncSize];  // 2 or 3 decimal digits
+};
+static_assert(sizeof(_3GPP_CELL_NET) == 8, "_3GPP_CELL_NET is 8 bytes");
+static_assert(offsetof(_3GPP_CELL_NET, mnc) == 4, "_3GPP_CELL_NET layout");
+
+// One authentication parameter of one EAP method of an NAI realm. Rows with the same index
+// describe one EAP method; a row with auth_type 0 is a method without parameters.
+struct EAP_METHOD {
+    uint8_t index;      // the document's "index", rows sorted by it
+    uint8_t method;     // IANA EAP method number: 13 TLS, 18 SIM, 21 TTLS, 23 AKA, 50 AKA'
+    uint8_t auth_type;  // authentication parameter id: 2 non-EAP inner, 5 credential, 0 none
+    uint8_t auth_val;   // for type 2: 1 PAP, 2 CHAP, 3 MSCHAP, 4 MSCHAPv2; for type 5:
+                        // 1 SIM, 2 USIM, 6 certificate, 7 username/password; 0 for none
+};
+static_assert(sizeof(EAP_METHOD) == 4, "EAP_METHOD is 4 bytes");
+static_assert(offsetof(EAP_METHOD, method) == 1, "EAP_METHOD layout");
+static_assert(offsetof(EAP_METHOD, auth_type) == 2, "EAP_METHOD layout");
+static_assert(offsetof(EAP_METHOD, auth_val) == 3, "EAP_METHOD layout");
+
+// One NAI realm ("passpoint_policy/cen_nai_realm") and the EAP methods it accepts.
+struct NAI_REALM {
+    char realm_name[kHs2RealmSize];  // 1 to 255 octets
+    uint8_t eap_count;               // rows in use in eap_method; the rest is zero
+    uint8_t pad[3];
+    EAP_METHOD eap_method[kHs2MaxEapRows];
+};
+static_assert(sizeof(NAI_REALM) == 1280, "NAI_REALM is 1280 bytes");
+static_assert(offsetof(NAI_REALM, eap_count) == 256, "NAI_REALM layout");
+static_assert(offsetof(NAI_REALM, eap_method) == 260, "NAI_REALM layout");
+
+// One name in one language: venue names ("passpoint_policy/cen_venue_name_lang"), operator
+// names ("passpoint_policy/cen_operator_name_lang"), OSU friendly names and descriptions.
+struct NAME_LANG {
+    char code[kHs2LangCodeSize];  // 2 or 3 letters
+    char name[kHs2NameSize];      // at most 252 octets, UTF-8
+    uint8_t pad[3];
+};
+static_assert(sizeof(NAME_LANG) == 260, "NAME_LANG is 260 bytes");
+static_assert(offsetof(NAME_LANG, name) == 4, "NAME_LANG layout");
+static_assert(offsetof(NAME_LANG, pad) == 257, "NAME_LANG layout");
+
+// One connection capability ("passpoint_policy/cen_cc_variable"): Hotspot 2.0 Proto Port Tuple.
+struct CONN_CAP {
+    uint8_t protocol;  // IP protocol number: 1 ICMP, 6 TCP, 17 UDP, 50 ESP, ...
+    uint8_t pad0;
+    uint16_t port;   // 0 to 65535
+    uint8_t status;  // 0 closed, 1 open
+    uint8_t pad1;
+};
+static_assert(sizeof(CONN_CAP) == 6, "CONN_CAP is 6 bytes");
+static_assert(offsetof(CONN_CAP, port) == 2, "CONN_CAP layout");
+static_assert(offsetof(CONN_CAP, status) == 4, "CONN_CAP layout");
+
+// One icon of an OSU provider: Hotspot 2.0 Icon Metadata plus where its bytes are. The bytes
+// live in the same value block as the records (see OSU_SP_LIST), so the record holds an
+// offset, not a pointer: it reads the same on the 32-bit AP and survives every copy.
+struct jsonHS2Icon {
+    uint16_t width;               // pixels
+    uint16_t height;              // pixels
+    char code[kHs2LangCodeSize];  // 2 or 3 letters; "zxx" for an icon without language
+    char icon_name[kHs2UriSize];  // the file name a station asks for, 1 to 255 octets
+    uint32_t icon_data;           // offset of the icon bytes from the first byte of the value
+    uint32_t icon_data_len;       // 1 to 65535
+};
+static_assert(sizeof(jsonHS2Icon) == 272, "jsonHS2Icon is 272 bytes");
+static_assert(offsetof(jsonHS2Icon, height) == 2, "jsonHS2Icon layout");
+static_assert(offsetof(jsonHS2Icon, code) == 4, "jsonHS2Icon layout");
+static_assert(offsetof(jsonHS2Icon, icon_name) == 8, "jsonHS2Icon layout");
+static_assert(offsetof(jsonHS2Icon, icon_data) == 264, "jsonHS2Icon layout");
+static_assert(offsetof(jsonHS2Icon, icon_data_len) == 268, "jsonHS2Icon layout");
+
+// One OSU provider ("passpoint_policy/cen_osu_provider").
+struct OSU_SP {
+    uint8_t name_count;                           // entries in use in name_lang
+    uint8_t description_count;                    // entries in use in description_lang
+    uint8_t icon_count;                           // entries in use in icons
+    uint8_t osu_method_count;                     // entries in use in osu_method_list
+    NAME_LANG name_lang[kHs2MaxOsuNames];         // OSU friendly names
+    NAME_LANG description_lang[kHs2MaxOsuNames];  // OSU service descriptions
+    jsonHS2Icon icons[kHs2MaxOsuIcons];
+    char osu_nai[kHs2UriSize];                   // may be empty
+    char osu_server_uri[kHs2UriSize];            // 1 to 255 octets
+    uint8_t osu_method_list[kHs2MaxOsuMethods];  // 0 OMA-DM, 1 SOAP-XML SPP; preferred first
+    uint8_t pad[2];
+};
+static_assert(sizeof(OSU_SP) == 5768, "OSU_SP is 5768 bytes");
+static_assert(offsetof(OSU_SP, description_count) == 1, "OSU_SP layout");
+static_assert(offsetof(OSU_SP, icon_count) == 2, "OSU_SP layout");
+static_assert(offsetof(OSU_SP, osu_method_count) == 3, "OSU_SP layout");
+static_assert(offsetof(OSU_SP, name_lang) == 4, "OSU_SP layout");
+static_assert(offsetof(OSU_SP, description_lang) == 2084, "OSU_SP layout");
+static_assert(offsetof(OSU_SP, icons) == 4164, "OSU_SP layout");
+static_assert(offsetof(OSU_SP, osu_nai) == 5252, "OSU_SP layout");
+static_assert(offsetof(OSU_SP, osu_server_uri) == 5508, "OSU_SP layout");
+static_assert(offsetof(OSU_SP, osu_method_list) == 5764, "OSU_SP layout");
+
+// Head of the OSU provider list's value: `count` OSU_SP records follow it, then
+// `icon_bytes` bytes of icon data that the records' icons point into by offset.
+struct OSU_SP_LIST {
+    uint32_t count;
+    uint32_t icon_bytes;
+};
+static_assert(sizeof(OSU_SP_LIST) == 8, "OSU_SP_LIST is 8 bytes");
+static_assert(offsetof(OSU_SP_LIST, icon_bytes) == 4, "OSU_SP_LIST layout");
+
 #endif

@@ -102,6 +102,29 @@ class JCP_EXPORT cfgPlusApiConverter {
     void jsonCfgPlusElementHex2Bin(ElementList& list, const NameList& names);
     void jsonCfgPlusElementStr2IntList(ElementList& list, const std::string& name);
     void jsonCfgPlusElementStr2IntList(ElementList& list, const NameList& names);
+
+    // Hotspot 2.0 and Passpoint, one WLAN at a time; each returns 0. A list that is missing
+    // or empty adds nothing; an item that cannot be advertised is dropped with a "[WARN]".
+    int jsonCfgPlusVns11UCellNet(vns_entry& wlan);
+    int jsonCfgPlusVns11UNaiRealm(vns_entry& wlan);
+    int jsonCfgPlusVns11UVenueName(vns_entry& wlan);
+    int jsonCfgPlusVns11UNetAuthType(vns_entry& wlan);
+    // Runs on every WLAN: "auth" eap with "enc" akm means OSEN, and "enc" becomes ccmp.
+    int jsonCfgPlusOSEN(vns_entry& wlan);
+    int jsonCfgPlusHS2ConnectionCap(vns_entry& wlan);
+    int jsonCfgPlusVnsHS2OperatorName(vns_entry& wlan);
+    // Icons named but not given by a provider come from global "passpoint_policy/global_hs2_icons".
+    int jsonCfgPlusVnsHS2OsuSp(vns_entry& wlan, const ElementList& global);
+    // One name duple from the fields prefix + "/code" and prefix + "/name"; false (after a
+    // warning naming item) when it cannot be advertised. A name too long is cut, with a warning.
+    bool jsonCfgPlusVns11ULangName(const ElementList& fields, const std::string& prefix,
+                                   const std::string& item, NAME_LANG& out);
+    // One icon from the fields prefix + "/width", "/height", "/code", "/filename" and "/file"
+    // (the path of the image on the AP), its bytes appended to data and icon_data set to where
+    // they start there; false after a warning naming item when it cannot be advertised.
+    bool jsonCfgPlusVnsHS2Icons(const ElementList& fields, const std::string& prefix,
+                                const std::string& item, jsonHS2Icon& icon,
+                                std::vector<uint8_t>& data);
 };
 
 #endif

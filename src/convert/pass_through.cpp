@@ -39,9 +39,3 @@ int cfgPlusApiConverter::jsonCfgPlusVnsClientBridge(jsonCfgPlus&) {
 int cfgPlusApiConverter::jsonCfgPlusVnsFilters(jsonCfgPlus&) {
     return 0;
 }
-int cfgPlusApiConverter::jsonCfgPlusVns11U(jsonCfgPlus&) {
-    return 0;
-}
-int cfgPlusApiConverter::jsonCfgPlusVnsPasspoint(jsonCfgPlus&) {
-    return 0;
-}

@@ -1,0 +1,365 @@
+// Hotspot 2.0 records of a WLAN byte by byte, the OSEN rule, dropped items and their
+// warnings, OSU icons from files, and the release of the OSU list.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <map>
+
+#include "convert/converter.h"
+#include "convert/eap_tables.h"
+#include "convert/hotspot_print.h"
+#include "test_support.h"
+
+namespace {
+
+using Bytes = std::vector<uint8_t>;
+
+// Builds one radio with WLAN "w" (its members wlanExtra) using Passpoint policy "p" (its
+// members policy), then runs both Hotspot steps; returns what they print.
+std::string convert(jsonCfgPlus& doc, const std::string& policy, const std::string& wlanExtra = "",
+                    const std::string& deviceExtra = "") {
+    std::string text =
+        R"({"device": {"interface": [{"name": "radio1", "type": "radio",
+             "wlanbssmap": [{"bss": 1, "wlan": "w"}]}])" +
+        deviceExtra + R"(}, "wlan": [{"name": "w", "cen_ssid_id": 1, )" + wlanExtra +
+        R"("passpoint_policy": "p"}], "passpoint_policy": [{"name": "p")" + policy + "}]}";
+    testsupport::captureStdout([&] { doc.buildConfig(text.data(), unsigned(text.size())); });
+    return testsupport::captureStdout([&] {
+        cfgPlusApiConverter converter;
+        converter.jsonCfgPlusVns11U(doc);
+        converter.jsonCfgPlusVnsPasspoint(doc);
+    });
+}
+
+const std::list<cfgElement>& wlan(const jsonCfgPlus& doc) {
+    return doc.m_radios.at(0).wlans.at(0).elements;
+}
+
+const cfgElement* find(const jsonCfgPlus& doc, const std::string& name) {
+    for (const cfgElement& e : wlan(doc)) {
+        if (e.name == name) return &e;
+    }
+    return nullptr;
+}
+
+Bytes value(const jsonCfgPlus& doc, const std::string& name) {
+    const cfgElement* e = find(doc, name);
+    return e != nullptr ? e->bytesValue : Bytes();
+}
+
+// A record of `size` zero bytes with the given texts and bytes at their offsets.
+Bytes record(size_t size, std::initializer_list<std::pair<size_t, std::string>> parts) {
+    Bytes out(size, 0);
+    for (const auto& part : parts)
+        std::memcpy(&out[part.first], part.second.data(), part.second.size());
+    return out;
+}
+
+Bytes join(std::initializer_list<Bytes> records) {
+    Bytes out;
+    for (const Bytes& r : records) out.insert(out.end(), r.begin(), r.end());
+    return out;
+}
+
+TEST(Hotspot, RecordsHoldTheDocumentValuesInTheirLayout) {
+    jsonCfgPlus doc;
+    std::string out = convert(doc, R"(,
+        "plmnid": [{"mcc": "310", "mnc": "410"}, {"mcc": 1, "mnc": "01"}],
+        "nai_realm": [{"realm_name": "example.com", "eap_method": [
+            {"index": 2, "method": "aka'"},
+            {"index": 1, "method": "ttls", "auth_type": "credential", "auth_val": "username-password"},
+            {"index": 1, "method": "ttls", "auth_type": "non-eap-inner", "auth_val": "mschapv2"}]}],
+        "venue_name_lang": [{"code": "eng", "name": "Lobby"}, {"code": "de", "name": "Foyer"}],
+        "operator_name_lang": [{"code": "fra", "name": "Opérateur"}],
+        "cc_variable": [{"protocol": "tcp", "port": 443, "status": "open"},
+                        {"protocol": 47, "port": "0", "status": "closed"}],
+        "net_auth_type": [{"auth_type": "http_redirection", "url": "https://a.example/"}])");
+    EXPECT_EQ(out, "");
+    EXPECT_EQ(value(doc, "passpoint_policy/cen_plmnid"),
+              join({record(8, {{0, "310"}, {4, "410"}}), record(8, {{0, "001"}, {4, "01"}})}));
+    // Rows sorted by index, ties in document order: aka' (50) moves behind both TTLS rows.
+    Bytes realm = record(
+        sizeof(NAI_REALM),
+        {{0, "example.com"}, {256, "\x03"}, {260, "\x01\x15\x05\x07\x01\x15\x02\x04\x02\x32"}});
+    EXPECT_EQ(value(doc, "passpoint_policy/cen_nai_realm"), realm);
+    EXPECT_EQ(
+        value(doc, "passpoint_policy/cen_venue_name_lang"),
+        join({record(260, {{0, "eng"}, {4, "Lobby"}}), record(260, {{0, "de"}, {4, "Foyer"}})}));
+    EXPECT_EQ(value(doc, "passpoint_policy/cen_operator_name_lang"),
+              record(260, {{0, "fra"}, {4, "Opérateur"}}));
+    EXPECT_EQ(
+        value(doc, "passpoint_policy/cen_cc_variable"),
+        join({record(6, {{0, "\x06"}, {2, "\xBB\x01"}, {4, "\x01"}}), record(6, {{0, "\x2F"}})}));
+    const cfgElement* type = find(doc, "passpoint_policy/net_auth_type/cen_auth_type");
+    const cfgElement* url = find(doc, "passpoint_policy/net_auth_type/cen_url");
+    ASSERT_TRUE(type != nullptr && url != nullptr);
+    EXPECT_EQ(type->strValue, "02");
+    EXPECT_EQ(url->strValue, "https://a.example/");
+}
+
+TEST(Hotspot, OsenRuleOnEveryWlan) {
+    const std::string message = "derived OSEN from enc=akm, and set enc back to ccmp\n";
+    struct Row {
+        const char* name;
+        std::string wlanExtra;
+        std::string policy;
+        bool osen;
+        const char* enc;
+        const char* next;  // the element after "cen_osen", "" when it is last
+    } rows[] = {
+        {"eap+akm", R"("auth": "eap", "enc": "akm", )", R"(, "hessid": "00:11:22:33:44:55")", true,
+         "ccmp", "passpoint_policy/hessid"},
+        {"eap+ccmp", R"("auth": "eap", "enc": "ccmp", )", R"(, "hessid": "00:11:22:33:44:55")",
+         false, "ccmp", "passpoint_policy/hessid"},
+        {"psk+akm, no hessid", R"("auth": "psk", "enc": "akm", )", "", false, "akm", ""},
+        {"enc not a text", R"("auth": "eap", "enc": 7, )", "", false, nullptr, ""},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        jsonCfgPlus doc;
+        std::string out = convert(doc, row.policy, row.wlanExtra);
+        EXPECT_EQ(out, row.osen ? message : "");
+        const auto& list = wlan(doc);
+        auto osen = std::find_if(list.begin(), list.end(), [](const cfgElement& e) {
+            return e.name == "passpoint_policy/cen_osen";
+        });
+        ASSERT_NE(osen, list.end());
+        EXPECT_EQ(osen->kind, CFG_BOOL);
+        EXPECT_EQ(osen->boolValue, row.osen);
+        auto next = std::next(osen);
+        EXPECT_EQ(next == list.end() ? "" : next->name, row.next);
+        if (row.enc != nullptr) {
+            EXPECT_EQ(find(doc, "enc")->strValue, row.enc);
+        }
+    }
+}
+
+TEST(Hotspot, WlanWithoutPolicyGetsNoRecordLists) {
+    jsonCfgPlus doc;
+    std::string text = R"({"device": {"interface": [{"name": "radio1", "type": "radio",
+        "wlanbssmap": [{"bss": 1, "wlan": "w"}]}]}, "wlan": [{"name": "w", "cen_ssid_id": 1,
+        "plmnid": [{"mcc": "310", "mnc": "410"}]}]})";
+    testsupport::captureStdout([&] { doc.buildConfig(text.data(), unsigned(text.size())); });
+    testsupport::captureStdout([&] {
+        cfgPlusApiConverter().jsonCfgPlusVns11U(doc);
+        cfgPlusApiConverter().jsonCfgPlusVnsPasspoint(doc);
+    });
+    for (const cfgElement& e : wlan(doc)) {
+        if (e.name.rfind("passpoint_policy/", 0) == 0) {
+            EXPECT_EQ(e.name, "passpoint_policy/cen_osen") << "unexpected " << e.name;
+        }
+    }
+    EXPECT_NE(find(doc, "passpoint_policy/cen_osen"), nullptr);
+}
+
+std::string many(int n, const std::string& item) {
+    std::string out;
+    for (int i = 0; i < n; ++i) out += (i > 0 ? "," : "") + item;
+    return out;
+}
+
+TEST(Hotspot, BadItemsAreDroppedWithAWarningNamingThem) {
+    const std::string longName(300, 'n');
+    struct Row {
+        const char* name;
+        std::string policy;
+        const char* list;
+        size_t records;  // records left in list
+        const char* warning;
+    } rows[] = {
+        {"empty list", R"("plmnid": [])", "passpoint_policy/cen_plmnid", 0, ""},
+        {"list of the wrong type", R"("plmnid": "310410")", "passpoint_policy/cen_plmnid", 0,
+         "[WARN] passpoint_policy/plmnid: expected a list of objects, got a text; ignored\n"},
+        {"mnc as a number", R"("plmnid": [{"mcc": "310", "mnc": 1}, {"mcc": "31", "mnc": "01"}])",
+         "passpoint_policy/cen_plmnid", 0,
+         "[WARN] passpoint_policy/plmnid[0]: mnc 1 is a number; give it as a text of 2 or 3 "
+         "digits, dropped\n[WARN] passpoint_policy/plmnid[1]: mcc \"31\" is not 3 digits, "
+         "dropped\n"},
+        {"single object", R"("plmnid": {"mcc": "310", "mnc": "410"})",
+         "passpoint_policy/cen_plmnid", 1, ""},
+        {"unknown EAP names",
+         R"("nai_realm": [{"realm_name": "r", "eap_method": [{"method": "peap"},
+            {"method": "tls", "auth_type": "credential", "auth_val": "mschapv2"},
+            {"method": "tls", "auth_val": "cert"}]}])",
+         "passpoint_policy/cen_nai_realm", 1,
+         "[WARN] passpoint_policy/nai_realm/eap_method[0]: unknown method \"peap\", row dropped\n"
+         "[WARN] passpoint_policy/nai_realm/eap_method[1]: unknown auth_val \"mschapv2\", row "
+         "dropped\n[WARN] passpoint_policy/nai_realm/eap_method[2]: auth_type and auth_val go "
+         "together, row dropped\n"},
+        {"realm too long", R"("nai_realm": [{"realm_name": ")" + std::string(256, 'r') + "\"}]",
+         "passpoint_policy/cen_nai_realm", 0, "is longer than 255 octets, dropped"},
+        {"too many realms", R"("nai_realm": [)" + many(70, R"({"realm_name": "r"})") + "]",
+         "passpoint_policy/cen_nai_realm", 64,
+         "[WARN] passpoint_policy/nai_realm[64]: the list holds at most 64, this and later "
+         "items dropped\n"},
+        {"long name cut, long code dropped",
+         R"("venue_name_lang": [{"code": "eng", "name": ")" + longName +
+             R"("}, {"code": "en-gb", "name": "x"}])",
+         "passpoint_policy/cen_venue_name_lang", 1, "cut to 252 octets"},
+        {"bad capabilities",
+         R"("cc_variable": [{"protocol": "sctp", "port": 1, "status": "open"},
+            {"protocol": "tcp", "port": 70000, "status": "open"},
+            {"protocol": "tcp", "port": 1, "status": "unknown"}, 5])",
+         "passpoint_policy/cen_cc_variable", 0,
+         "[WARN] passpoint_policy/cc_variable[0]: unknown protocol \"sctp\", dropped\n"
+         "[WARN] passpoint_policy/cc_variable[1]: port 70000 is not 0 to 65535, dropped\n"
+         "[WARN] passpoint_policy/cc_variable[2]: status \"unknown\" is neither \"open\" nor "
+         "\"closed\", dropped\n[WARN] passpoint_policy/cc_variable[3]: not an object, dropped\n"},
+    };
+    const std::map<std::string, size_t> sizes = {{"passpoint_policy/cen_plmnid", 8},
+                                                 {"passpoint_policy/cen_nai_realm", 1280},
+                                                 {"passpoint_policy/cen_venue_name_lang", 260},
+                                                 {"passpoint_policy/cen_cc_variable", 6}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        jsonCfgPlus doc;
+        std::string out = convert(doc, ", " + row.policy);
+        if (*row.warning == '\0' || row.warning[0] == '[') {
+            EXPECT_EQ(out, row.warning);
+        } else {
+            EXPECT_NE(out.find(row.warning), std::string::npos) << out;
+        }
+        EXPECT_EQ(value(doc, row.list).size(), row.records * sizes.at(row.list));
+        EXPECT_EQ(find(doc, row.list) != nullptr, row.records > 0);
+    }
+}
+
+TEST(Hotspot, NamesAreCutOnACharacterBoundaryAndRowsAtTheRecordsBound) {
+    jsonCfgPlus doc;
+    std::string out =
+        convert(doc, R"(, "venue_name_lang": [{"code": "eng", "name": ")" + std::string(251, 'a') +
+                         "\xC3\xA9" + R"("}], "nai_realm": [{"realm_name": "r", "eap_method": [)" +
+                         many(300, R"({"index": 1, "method": "tls"})") + "]}]");
+    EXPECT_NE(out.find("eap_method[255]: the list holds at most 255"), std::string::npos) << out;
+    Bytes name = value(doc, "passpoint_policy/cen_venue_name_lang");
+    ASSERT_EQ(name.size(), 260u);
+    EXPECT_EQ(std::strlen(reinterpret_cast<const char*>(&name[4])), 251u);
+    Bytes realm = value(doc, "passpoint_policy/cen_nai_realm");
+    ASSERT_EQ(realm.size(), 1280u);
+    EXPECT_EQ(realm[256], 255);
+    EXPECT_EQ(realm[1276], 1);  // the last row is filled: index 1
+    EXPECT_EQ(realm[1277], 13);
+}
+
+TEST(Hotspot, OsuProvidersWithIconsFromFilesAndTheGlobalList) {
+    testsupport::TempDir dir;
+    testsupport::writeFile(dir.file("a.png"), "PNG-A");
+    testsupport::writeFile(dir.file("g.png"), "GLOBAL");
+    testsupport::writeFile(dir.file("empty.png"), "");
+    testsupport::writeFile(dir.file("big.png"), std::string(65536, 'x'));
+    auto icon = [&](const std::string& name, const std::string& file) {
+        return R"({"width": 64, "height": 32, "code": "eng", "filename": ")" + name +
+               R"(", "file": ")" + dir.file(file) + "\"}";
+    };
+    jsonCfgPlus doc;
+    std::string out =
+        convert(doc,
+                R"(, "osu_provider": [{"server_url": "https://osu/", "nai": "n@osu",
+            "method_oma_dm_priority": 2, "method_soap_xml_spp_priority": 1,
+            "name_lang": [{"code": "eng", "name": "Sign up"}],
+            "icon": [)" +
+                    icon("a", "a.png") + "," + icon("e", "empty.png") + "," + icon("b", "big.png") +
+                    "," + icon("m", "missing.png") + "," + icon("d", "") +
+                    R"(, {"filename": "g"}, {"filename": "nowhere"}]},
+            {"nai": "no-url", "method_oma_dm_priority": 1},
+            {"server_url": "https://two/", "method_oma_dm_priority": 1, "icon": ["g"]}])",
+                "", R"(, "passpoint_policy": {"global_hs2_icons": [)" + icon("g", "g.png") + "]}");
+    for (const char* warning :
+         {"osu_provider[0] icon[1]: icon file \"", "\" is empty, icon dropped",
+          "osu_provider[0] icon[2]: icon file \"", "holds 65536 bytes, more than 65535",
+          "osu_provider[0] icon[3]: cannot open icon file", "osu_provider[0] icon[4]: icon file",
+          "is not a regular file",
+          "osu_provider[0] icon[6]: no icon \"nowhere\" in "
+          "passpoint_policy/global_hs2_icons, icon dropped",
+          "osu_provider[1]: no server_url text, dropped"}) {
+        EXPECT_NE(out.find(warning), std::string::npos) << warning << "\n" << out;
+    }
+
+    Bytes bytes = value(doc, "passpoint_policy/cen_osu_provider");
+    const size_t area = sizeof(OSU_SP_LIST) + 2 * sizeof(OSU_SP);
+    ASSERT_EQ(bytes.size(), area + 5 + 6 + 6);
+    OSU_SP_LIST head;
+    std::memcpy(&head, bytes.data(), sizeof head);
+    EXPECT_EQ(head.count, 2u);
+    EXPECT_EQ(head.icon_bytes, 17u);
+    OSU_SP first;
+    OSU_SP second;
+    std::memcpy(&first, &bytes[sizeof head], sizeof first);
+    std::memcpy(&second, &bytes[sizeof head + sizeof first], sizeof second);
+    EXPECT_STREQ(first.osu_server_uri, "https://osu/");
+    EXPECT_STREQ(first.osu_nai, "n@osu");
+    EXPECT_EQ(first.osu_method_count, 2);
+    EXPECT_EQ(first.osu_method_list[0], 1);  // SOAP-XML SPP has the lower priority number
+    EXPECT_EQ(first.name_count, 1);
+    EXPECT_STREQ(first.name_lang[0].name, "Sign up");
+    ASSERT_EQ(first.icon_count, 2);
+    ASSERT_EQ(second.icon_count, 1);
+    struct Expected {
+        const jsonHS2Icon& icon;
+        const char* name;
+        std::string data;
+    } icons[] = {{first.icons[0], "a", "PNG-A"},
+                 {first.icons[1], "g", "GLOBAL"},
+                 {second.icons[0], "g", "GLOBAL"}};
+    for (const Expected& e : icons) {
+        SCOPED_TRACE(e.name);
+        EXPECT_STREQ(e.icon.icon_name, e.name);
+        EXPECT_EQ(e.icon.width, 64);
+        EXPECT_EQ(e.icon.height, 32);
+        ASSERT_EQ(e.icon.icon_data_len, e.data.size());
+        ASSERT_LE(e.icon.icon_data + e.icon.icon_data_len, bytes.size());
+        EXPECT_EQ(std::string(&bytes[e.icon.icon_data], &bytes[e.icon.icon_data] + e.data.size()),
+                  e.data);
+    }
+
+    // Through the entry, printed and released as the daemon's result is.
+    apiCfgPlusEntryArray array{};
+    cfgElement::setApiCfgPlusList(wlan(doc), &array, 0, 0);
+    const apiCfgPlusEntry* entry =
+        testsupport::findEntry(array, "passpoint_policy/cen_osu_provider");
+    ASSERT_NE(entry, nullptr);
+    EXPECT_EQ(entry->freeFn, releaseCfgPlusOsuIcons);
+    std::string text = cfgElement::printApiCfgPlusEntry(*const_cast<apiCfgPlusEntry*>(entry), 0);
+    EXPECT_NE(text.find(R"("icon_name": "g",)"), std::string::npos) << text;
+    EXPECT_NE(text.find(R"("osu_method_list": [
+      "soap-xml-spp" (1),
+      "oma-dm" (0)
+    ])"),
+              std::string::npos)
+        << text;
+    cfgElement::freeApiCfgPlusEntries(&array);
+}
+
+TEST(Hotspot, PrintersNameEveryField) {
+    jsonCfgPlus doc;
+    convert(doc, R"(, "plmnid": [{"mcc": "310", "mnc": "410"}],
+        "cc_variable": [{"protocol": "udp", "port": 500, "status": "open"}])");
+    apiCfgPlusEntryArray array{};
+    cfgElement::setApiCfgPlusList(wlan(doc), &array, 0, 0);
+    auto print = [&](const char* name) {
+        auto* entry = const_cast<apiCfgPlusEntry*>(testsupport::findEntry(array, name));
+        return entry != nullptr ? cfgElement::printApiCfgPlusEntry(*entry, 1) : "";
+    };
+    EXPECT_EQ(print("passpoint_policy/cen_plmnid"),
+              "  \"passpoint_policy/cen_plmnid\": [\n    {\n      \"mcc\": \"310\",\n"
+              "      \"mnc\": \"410\"\n    }\n  ]");
+    EXPECT_EQ(print("passpoint_policy/cen_cc_variable"),
+              "  \"passpoint_policy/cen_cc_variable\": [\n    {\n      \"protocol\": \"udp\" "
+              "(17),\n      \"port\": 500,\n      \"status\": \"open\" (1)\n    }\n  ]");
+    cfgElement::freeApiCfgPlusEntries(&array);
+}
+
+TEST(Hotspot, EapTablesInTheirOrder) {
+    auto text = [](const naiEapTable& table) {
+        std::string out;
+        for (const auto& row : table) out += row.first + "=" + std::to_string(row.second) + " ";
+        return out;
+    };
+    EXPECT_EQ(text(naiEapMethod), "ttls=21 tls=13 sim=18 aka=23 aka'=50 ");
+    EXPECT_EQ(text(naiEapAuthType), "non-eap-inner=2 credential=5 ");
+    EXPECT_EQ(text(naiEapAuthValId2), "pap=1 chap=2 mschap=3 mschapv2=4 ");
+    EXPECT_EQ(text(naiEapAuthValId5), "sim=1 usim=2 cert=6 username-password=7 ");
+}
+
+}  // namespace
