@@ -36,9 +36,6 @@ int cfgPlusApiConverter::jsonCfgPlusVnsClientBridge(jsonCfgPlus&) {
 
 // Filter rules, 802.11u and Passpoint are not converted yet: until their converters land,
 // these steps pass the elements through as built.
-int cfgPlusApiConverter::jsonCfgPlusVnsFilters(jsonCfgPlus&) {
-    return 0;
-}
 int cfgPlusApiConverter::jsonCfgPlusVns11U(jsonCfgPlus&) {
     return 0;
 }
