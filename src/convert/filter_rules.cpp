@@ -370,11 +370,12 @@ int cfgPlusApiConverter::jsonCfgPlusVnsIpAcl(cfgElement& rule, apiCfgPlusFilterD
     if (record.r_eth_type == 0x0800) {
         // Only the first fragment carries the ports: the rest follow its verdict.
         if (hasDestinationPorts || hasSourcePorts) record.r_filter_flags |= kFilterShadowFrag;
-        // A host a rule lets through must also answer ARP, or the pass is useless under a
-        // deny default.
+        // A host a rule explicitly lets through must also answer ARP, or the pass is useless
+        // under a deny default.
         bool addressed = dip != nullptr || sip != nullptr;
-        if (addressed && (record.r_action_flags & kActionDeny) == 0)
-            record.r_filter_flags |= kFilterShadowArp;
+        bool passes =
+            (record.r_action_flags & (kActionAccessCtrl | kActionDeny)) == kActionAccessCtrl;
+        if (addressed && passes) record.r_filter_flags |= kFilterShadowArp;
     }
     return 0;
 }
