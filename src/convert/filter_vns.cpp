@@ -73,15 +73,46 @@ int httpPorts(const cfgPlusApiConverter& converter, ElementList& list, std::list
     return 0;
 }
 
+// The object array arrayName, or null.
+const cfgObjArray* ruleArray(const cfgPlusApiConverter& converter, const ElementList& list,
+                             const std::string& arrayName) {
+    auto it = converter.findCfgElement(list, arrayName);
+    return it != list.end() && it->kind == CFG_OBJ_ARRAY ? &it->objArray : nullptr;
+}
+
+// Converts each rule of the array, stripped of its two leading key components one rule at a
+// time, so only one rule's copy is alive however long the ACL. convert returns 0 to keep the
+// record, 1 to skip it, -1 to fail.
+template <typename Convert>
+int convertRules(cfgPlusApiConverter& converter, const ElementList& list, const char* arrayName,
+                 FilterRuleList& out, Convert convert) {
+    const cfgObjArray* rules = ruleArray(converter, list, arrayName);
+    if (rules == nullptr) return 0;
+    for (const cfgElement& item : *rules) {
+        if (item.kind != CFG_OBJECT) continue;
+        cfgElement rule = converter.jsonCfgPlusRemovePrefix(item, 2);
+        apiCfgPlusFilterRule record;
+        std::memset(&record, 0, sizeof record);
+        int result = convert(rule, record);
+        if (result < 0) return -1;
+        if (result == 0) out.push_back(record);
+    }
+    return 0;
+}
+
 template <typename Convert>
 int convertPair(cfgPlusApiConverter& converter, const ElementList& list, const char* inbound,
                 const char* outbound, FilterRuleList& merged, Convert convert) {
-    ElementList inRules = rulesUnder(converter, list, inbound);
-    ElementList outRules = rulesUnder(converter, list, outbound);
     FilterRuleList in;
     FilterRuleList out;
-    if (convert(inRules, cfgPlusApiConverter::FILTER_INBOUND, in) != 0 ||
-        convert(outRules, cfgPlusApiConverter::FILTER_OUTBOUND, out) != 0)
+    auto inward = [&](cfgElement& rule, apiCfgPlusFilterRule& record) {
+        return convert(rule, cfgPlusApiConverter::FILTER_INBOUND, record);
+    };
+    auto outward = [&](cfgElement& rule, apiCfgPlusFilterRule& record) {
+        return convert(rule, cfgPlusApiConverter::FILTER_OUTBOUND, record);
+    };
+    if (convertRules(converter, list, inbound, in, inward) != 0 ||
+        convertRules(converter, list, outbound, out, outward) != 0)
         return -1;
     converter.jsonCfgPlusMergeVnsFilters(in, out, merged);
     return 0;
@@ -192,10 +223,13 @@ int cfgPlusApiConverter::jsonCfgPlusVnsServiceFilters(vns_entry& wlan) {
     if (httpPorts(*this, list, ports) != 0) return -1;
     bool enforced = captivePortal(list);
 
-    auto mac = [this](ElementList& rules, apiCfgPlusFilterDirection direction,
-                      FilterRuleList& out) { return jsonCfgPlusVnsMacAcl(rules, direction, out); };
-    auto ip = [this](ElementList& rules, apiCfgPlusFilterDirection direction, FilterRuleList& out) {
-        return jsonCfgPlusVnsIpAcl(rules, direction, out);
+    auto mac = [this](cfgElement& rule, apiCfgPlusFilterDirection direction,
+                      apiCfgPlusFilterRule& out) {
+        return jsonCfgPlusVnsMacAcl(rule, direction, out);
+    };
+    auto ip = [this](cfgElement& rule, apiCfgPlusFilterDirection direction,
+                     apiCfgPlusFilterRule& out) {
+        return jsonCfgPlusVnsIpAcl(rule, direction, out);
     };
     FilterRuleList macRules;
     FilterRuleList ipv4Rules;
@@ -214,8 +248,10 @@ int cfgPlusApiConverter::jsonCfgPlusVnsServiceFilters(vns_entry& wlan) {
     if (convertPair(*this, list, "ipv6_in_acl/ip_rules", "ipv6_out_acl/ip_rules", ipv6Rules, ip) !=
         0)
         return -1;
-    ElementList policyRules = rulesUnder(*this, list, "app_policy/rule_entry");
-    if (jsonCfgPlusVnsAppPolicy(policyRules, appRules) != 0) return -1;
+    auto app = [this](cfgElement& rule, apiCfgPlusFilterRule& out) {
+        return jsonCfgPlusVnsAppPolicy(rule, out);
+    };
+    if (convertRules(*this, list, "app_policy/rule_entry", appRules, app) != 0) return -1;
 
     std::vector<uint8_t> rules = concatenate(serviceName(*this, wlan), macRules, ipv4Rules,
                                              ipv6Rules, portalRules, appRules);
