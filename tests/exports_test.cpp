@@ -44,6 +44,14 @@ TEST(Exports, PlainNamesAreExactlyTheCEntries) {
         bool known = entries.count(name) != 0 || name.rfind("addrchk", 0) == 0;
         EXPECT_TRUE(known) << "unexpected export " << name;
     }
+    // The signature maps' single instance is part of the exported C++ interface.
+    std::string command = std::string("nm -D --defined-only ") + JCP_SHARED_LIBRARY;
+    FILE* pipe = popen(command.c_str(), "r");
+    std::string all;
+    char line[4096];
+    while (pipe != nullptr && std::fgets(line, sizeof line, pipe) != nullptr) all += line;
+    if (pipe != nullptr) pclose(pipe);
+    EXPECT_NE(all.find(" _ZN20cfgPlusSignatureMaps6m_instE\n"), std::string::npos);
     for (const char* core : {"parseJsonCfgPlus", "parseJsonCfgPlusFile", "freeJsonCfgPlus",
                              "getJsonCfgPlusReqId", "checkJsonCfgPlus", "printJsonCfgPlus"})
         EXPECT_EQ(exported.count(core), 1u) << core;
