@@ -147,6 +147,8 @@ int cfgPlusApiConverter::jsonCfgPlusVnsAppPolicy(cfgElement& rule, apiCfgPlusFil
 
 int cfgPlusApiConverter::jsonCfgPlusVnsDnsWhiteListToIpAcl(cfgElement& entry,
                                                            FILTER_RULE_ENTRY& out) {
+    // A white-list entry names its server by "host"; it becomes a host-name rule like
+    // "dns_name", its ids from the manager's DNS signatures.
     const cfgElement* host = field(entry.elements, "host");
     if (host == nullptr || host->kind != CFG_STRING || host->strValue.empty()) {
         jcp::diag("DNS white-list entry of the captive portal is not valid: ",

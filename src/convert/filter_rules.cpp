@@ -317,6 +317,7 @@ int cfgPlusApiConverter::jsonCfgPlusVnsIpAcl(cfgElement& rule, apiCfgPlusFilterD
         } else {
             record.r_app_sig_disp_id = static_cast<uint32_t>(signature.dispId);
             record.r_app_sig_group_id = static_cast<uint32_t>(signature.groupId);
+            // The manager's application id is the fixed id of a custom signature.
             record.r_fixed_app_id = static_cast<uint32_t>(signature.appId);
         }
     }

@@ -295,9 +295,11 @@ int cfgPlusApiConverter::jsonCfgPlusVnsServiceFilters(vns_entry& wlan) {
         jsonCfgPlus::addCfgElement(list, cfgElement("vlans/cen_wlan_vlan", word), true);
         jsonCfgPlus::addCfgElement(list, cfgElement("pvid", word & 0x0FFF), true);
     }
+    // The data path redirects a client's web traffic exactly when the portal is enforced.
     jsonCfgPlus::addCfgElement(list, cfgElement("cen_captive_portal_redirect", enforced), true);
     // The data path filters a service only when it has rules or a policy's explicit default.
     jsonCfgPlus::addCfgElement(list, cfgElement("cen_ap_filtering", filtering), true);
+    // Flow export: the WLAN's own switch stands; else the policy's; else off.
     if (findCfgElement(list, "netflow") == list.end()) {
         auto policyFlow = findCfgElement(list, std::string(kPolicyPrefix) + "netflow");
         bool netflow =
