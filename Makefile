@@ -17,7 +17,7 @@ build: deps
 	cmake --build build -j $(JOBS)
 
 demo: build
-	./build/jsoncfgplus dump examples/ap-config.json
+	./build/jsoncfgplus dump examples/ap-config.json --signature-dir examples/signatures
 
 test: build
 	cd build && ctest --output-on-failure -j $(JOBS)

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <set>
 #include <string>
 
@@ -52,6 +53,10 @@ TEST(Exports, PlainNamesAreExactlyTheCEntries) {
         bool known = entries.count(name) != 0 || name.rfind("addrchk", 0) == 0;
         EXPECT_TRUE(known) << "unexpected export " << name;
     }
+    // The signature maps' single instance is part of the exported C++ interface.
+    std::string nm = std::string("nm -D --defined-only ") + JCP_SHARED_LIBRARY +
+                     " | grep -qx '.* _ZN20cfgPlusSignatureMaps6m_instE'";
+    EXPECT_EQ(std::system(nm.c_str()), 0);
     for (const char* core : {"parseJsonCfgPlus", "parseJsonCfgPlusFile", "freeJsonCfgPlus",
                              "getJsonCfgPlusReqId", "checkJsonCfgPlus", "printJsonCfgPlus"})
         EXPECT_EQ(exported.count(core), 1u) << core;

@@ -7,6 +7,7 @@
 #include "args.h"
 #include "commands.h"
 #include "document/json_cfg_plus.h"
+#include "signature/signature_maps.h"
 
 namespace tool {
 
@@ -26,8 +27,15 @@ int leaveClockAlone(const struct timeval*, const struct timezone*) {
 }  // namespace
 
 int runDump(int argc, char** argv) {
-    Args args(argc, argv, {"no-convert", "trace", "save", "save-backup"}, {});
+    Args args(argc, argv, {"no-convert", "trace", "save", "save-backup"}, {"signature-dir"});
     std::string text = readInput(args.positionals(1)[0]);
+    if (args.hasOption("signature-dir")) {
+        // The factory and live-update signature files under one directory, by their AP names.
+        std::string dir = args.option("signature-dir", "");
+        cfgPlusSignatureMaps::m_inst.setPaths(dir + "/appid.xml", dir + "/displaynames.xml",
+                                              dir + "/mergedAppid.xml",
+                                              dir + "/mergedDisplaynames.xml");
+    }
     jsonCfgPlusCallback pipeline = args.has("no-convert") ? nullptr : kPipeline;
     apiCfgPlusResult* result =
         parseJsonCfgPlus(text.data(), static_cast<unsigned int>(text.size()), pipeline,

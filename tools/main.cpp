@@ -11,7 +11,7 @@
 namespace {
 
 const tool::Command kCommands[] = {
-    {"dump", "FILE [--no-convert] [--trace] [--save] [--save-backup]",
+    {"dump", "FILE [--no-convert] [--trace] [--save] [--save-backup] [--signature-dir DIR]",
      "build a document and print every entry handed to the daemon", tool::runDump},
     {"validate", "FILE", "check that a file holds JSON and print it back", tool::runValidate},
     {"reqid", "FILE", "print the document's request id (0 when absent)", tool::runReqId},

@@ -61,6 +61,43 @@ class JCP_EXPORT cfgPlusApiConverter {
     // The VLAN word of a WLAN service from its flattened "vlans/..." elements.
     int jsonCfgPlusVnsVlan(const ElementList& list, int& word);
 
+    // Filter rules of a WLAN service. Every converter returns 0, or -1 after printing why a
+    // rule is invalid.
+    enum apiCfgPlusFilterDirection { FILTER_INBOUND = 0, FILTER_OUTBOUND = 1 };
+    using FilterRuleList = std::list<apiCfgPlusFilterRule>;
+    // One rule (an element list with plain keys) into out, which the caller zero-fills.
+    int jsonCfgPlusVnsMacAcl(cfgElement& rule, apiCfgPlusFilterDirection direction,
+                             apiCfgPlusFilterRule& out);
+    int jsonCfgPlusVnsMacAcl(ElementList& rules, apiCfgPlusFilterDirection direction,
+                             FilterRuleList& out);
+    int jsonCfgPlusVnsIpAcl(cfgElement& rule, apiCfgPlusFilterDirection direction,
+                            apiCfgPlusFilterRule& out);
+    int jsonCfgPlusVnsIpAcl(ElementList& rules, apiCfgPlusFilterDirection direction,
+                            FilterRuleList& out);
+    // 1 when the rule names only applications the signature maps do not know: it is skipped.
+    int jsonCfgPlusVnsAppPolicy(cfgElement& rule, apiCfgPlusFilterRule& out);
+    int jsonCfgPlusVnsAppPolicy(ElementList& rules, FilterRuleList& out);
+    // Every rule source of one service into its rule array and policy elements.
+    int jsonCfgPlusVnsServiceFilters(vns_entry& wlan);
+    int jsonCfgPlusVnsDnsWhiteListToIpAcl(cfgElement& entry, FILTER_RULE_ENTRY& out);
+    // The white-list entries' rules, then one rule per HTTP port.
+    int jsonCfgPlusVnsCaptivePortalIpAcl(ElementList& entries, std::list<int>& ports,
+                                         std::list<FILTER_RULE_ENTRY>& out);
+    // "match_dot1p", "cen_match_tos", "cen_match_tosmask" of a rule's fields.
+    int jsonCfgPlusVnsAclTosMatch(const ElementList& fields, apiCfgPlusFilterRule& rule);
+    // The rule's class of service: marking, transmit queue and rate-limit indexes.
+    int jsonCfgPlusVnsAclCos(const ElementList& fields, apiCfgPlusFilterRule& rule);
+    // Both lists in ascending precedence into merged; they are left empty.
+    void jsonCfgPlusMergeVnsFilters(FilterRuleList& inbound, FilterRuleList& outbound,
+                                    FilterRuleList& merged);
+
+    // Class of service, default action, rate limits and external applications; none fails.
+    int jsonCfgPlusVnsDefaultCoS(const cfgElement& element, ap_cos_entry& cos);
+    int jsonCfgPlusVnsDefaultAction(const cfgElement& element, std::string& action, int& vlan);
+    int jsonCfgPlusVnsResourceTable(const cfgElement& rateLimit, std::vector<unsigned int>& slots);
+    int jsonCfgPlusExtAppl(const cfgElement& object, EXT_APP_CONFIG& app);
+    int jsonCfgPlusExtAppl(const ElementList& objects, std::vector<EXT_APP_CONFIG>& apps);
+
     // WLAN slot worker: a meshpoint turned WLAN, inserted at pos in the radio's WLANs.
     void jsonCfgPlusConvertMeshpointToWlan(radio_entry& radio, vns_entry& mp, int idx, int pos);
 

@@ -34,8 +34,3 @@ int cfgPlusApiConverter::jsonCfgPlusVnsClientBridge(jsonCfgPlus&) {
     return 0;
 }
 
-// Filter rules, 802.11u and Passpoint are not converted yet: until their converters land,
-// these steps pass the elements through as built.
-int cfgPlusApiConverter::jsonCfgPlusVnsFilters(jsonCfgPlus&) {
-    return 0;
-}
