@@ -48,6 +48,11 @@ class Differ {
         return json_object_get_int(member(obj, key));
     }
 
+    static std::string nameOf(json_object* entry) {
+        const char* name = json_object_get_string(member(entry, "name"));
+        return name != nullptr ? name : "";
+    }
+
     static size_t length(json_object* array) {
         return json_object_is_type(array, json_type_array) ? json_object_array_length(array) : 0;
     }
@@ -100,7 +105,7 @@ class Differ {
         std::unordered_map<std::string, int> occurrences;
         for (size_t i = 0; i < length(entries); ++i) {
             json_object* entry = json_object_array_get_idx(entries, i);
-            std::string name = json_object_get_string(member(entry, "name"));
+            std::string name = nameOf(entry);
             if (!parent.empty() && name.size() > parent.size() + 1 &&
                 name.compare(0, parent.size() + 1, parent + "/") == 0)
                 name.erase(0, parent.size() + 1);
@@ -147,7 +152,7 @@ class Differ {
         if (kind != intMember(after, "kind")) {
             add("changed", where, path, oldValue, newValue);
         } else if (kind == CFG_OBJECT || kind == CFG_OBJ_ARRAY) {
-            std::string name = json_object_get_string(member(before, "name"));
+            std::string name = nameOf(before);
             compareEntryLists(where, path, oldValue, newValue, name.empty() ? parent : name);
         } else {
             compareValues(where, path, oldValue, newValue);
