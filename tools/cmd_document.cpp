@@ -7,6 +7,7 @@
 #include "args.h"
 #include "commands.h"
 #include "document/json_cfg_plus.h"
+#include "json_out.h"
 #include "signature/signature_maps.h"
 
 namespace tool {
@@ -24,10 +25,25 @@ int leaveClockAlone(const struct timeval*, const struct timezone*) {
     return -1;
 }
 
+// The JSON form of the dump, with the full pipeline; the library's own lines are kept out of it.
+int dumpJson(const Args& args, const std::string& text) {
+    if (args.has("no-convert") || args.has("trace") || args.has("save") || args.has("save-backup"))
+        throw UsageError("--json takes no other option");
+    std::string libraryOutput;
+    JsonPtr json = buildToJson(text, libraryOutput);
+    if (json == nullptr) {
+        std::fputs(libraryOutput.c_str(), stderr);
+        throw std::runtime_error("the document was not built (the reason is printed above)");
+    }
+    printJsonDocument(json.get());
+    return 0;
+}
+
 }  // namespace
 
 int runDump(int argc, char** argv) {
-    Args args(argc, argv, {"no-convert", "trace", "save", "save-backup"}, {"signature-dir"});
+    Args args(argc, argv, {"no-convert", "trace", "save", "save-backup", "json"},
+              {"signature-dir"});
     std::string text = readInput(args.positionals(1)[0]);
     if (args.hasOption("signature-dir")) {
         // The factory and live-update signature files under one directory, by their AP names.
@@ -36,6 +52,7 @@ int runDump(int argc, char** argv) {
                                               dir + "/mergedAppid.xml",
                                               dir + "/mergedDisplaynames.xml");
     }
+    if (args.has("json")) return dumpJson(args, text);
     jsonCfgPlusCallback pipeline = args.has("no-convert") ? nullptr : kPipeline;
     apiCfgPlusResult* result =
         parseJsonCfgPlus(text.data(), static_cast<unsigned int>(text.size()), pipeline,

@@ -18,6 +18,8 @@ int runCheck(int argc, char** argv);
 int runRedisSend(int argc, char** argv);
 int runRedisTest(int argc, char** argv);
 int runDebugConfig(int argc, char** argv);
+int runLint(int argc, char** argv);
+int runDiff(int argc, char** argv);
 
 }  // namespace tool
 

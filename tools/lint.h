@@ -1,0 +1,55 @@
+// lint: every problem of a document in one run, each with a severity, the JSON Pointer of the
+// member it concerns and a one-line message. The checks read the JSON tree only; the library's
+// build is never run, so its output and results stay exactly as they are.
+#ifndef JSONCFGPLUS_TOOLS_LINT_H
+#define JSONCFGPLUS_TOOLS_LINT_H
+
+#include <json-c/json.h>
+
+#include <string>
+#include <vector>
+
+namespace lint {
+
+// Errors: what the AP refuses or silently drops. Warnings: what it accepts but a person
+// probably did not mean.
+enum class Severity { Error, Warning };
+
+struct Problem {
+    Severity severity;
+    std::string pointer;  // RFC 6901; "" is the whole document
+    std::string message;
+    int line = 0;  // 1-based position in the text, for syntax problems only
+    int column = 0;
+};
+
+class Findings {
+  public:
+    void error(const std::string& pointer, const std::string& message);
+    void warning(const std::string& pointer, const std::string& message);
+    void add(Problem problem) { m_problems.push_back(std::move(problem)); }
+    const std::vector<Problem>& problems() const { return m_problems; }
+    size_t count(Severity severity) const;
+
+  private:
+    std::vector<Problem> m_problems;
+};
+
+// Checks the rules of one ACL object (an item of "mac_acl", "ip_acl" or "ipv6_acl") and reports
+// each invalid rule under aclPointer. It must run the filter converter's own rule checks.
+using AclRuleCheck = void (*)(json_object* acl, const std::string& aclTable,
+                              const std::string& aclPointer, Findings& out);
+
+// The rule check lint runs on every ACL object; null runs none.
+extern AclRuleCheck g_aclRuleCheck;
+
+// Every problem of a document text, syntax first.
+Findings lintText(const std::string& text);
+
+// A key or an index appended to a pointer, escaped ("~" as "~0", "/" as "~1").
+std::string pointerTo(const std::string& base, const std::string& key);
+std::string pointerTo(const std::string& base, size_t index);
+
+}  // namespace lint
+
+#endif
