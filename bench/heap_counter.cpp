@@ -1,0 +1,98 @@
+// Interposes malloc and friends in the benchmark binary (never in the library) to follow the
+// heap's live and peak bytes; glibc's own allocator does the work.
+#include "heap_counter.h"
+
+#include <malloc.h>
+
+#include <atomic>
+#include <cerrno>
+#include <cstring>
+
+extern "C" {
+void* __libc_malloc(size_t size);
+void* __libc_calloc(size_t count, size_t size);
+void* __libc_realloc(void* ptr, size_t size);
+void* __libc_memalign(size_t alignment, size_t size);
+void __libc_free(void* ptr);
+}
+
+namespace {
+
+std::atomic<long long> g_live{0};
+std::atomic<long long> g_peak{0};
+
+void adjust(long long delta) {
+    long long now = g_live.fetch_add(delta, std::memory_order_relaxed) + delta;
+    long long peak = g_peak.load(std::memory_order_relaxed);
+    while (now > peak && !g_peak.compare_exchange_weak(peak, now, std::memory_order_relaxed)) {
+    }
+}
+
+long long usable(void* ptr) {
+    return ptr == nullptr ? 0 : static_cast<long long>(malloc_usable_size(ptr));
+}
+
+void* counted(void* ptr) {
+    adjust(usable(ptr));
+    return ptr;
+}
+
+}  // namespace
+
+extern "C" {
+
+void* malloc(size_t size) {
+    return counted(__libc_malloc(size));
+}
+
+void* calloc(size_t count, size_t size) {
+    return counted(__libc_calloc(count, size));
+}
+
+void* realloc(void* ptr, size_t size) {
+    long long before = usable(ptr);
+    void* moved = __libc_realloc(ptr, size);
+    // A failed realloc keeps the old block; realloc to 0 bytes frees it.
+    if (moved != nullptr || size == 0) adjust(usable(moved) - before);
+    return moved;
+}
+
+void free(void* ptr) {
+    adjust(-usable(ptr));
+    __libc_free(ptr);
+}
+
+void* memalign(size_t alignment, size_t size) {
+    return counted(__libc_memalign(alignment, size));
+}
+
+void* aligned_alloc(size_t alignment, size_t size) {
+    return counted(__libc_memalign(alignment, size));
+}
+
+int posix_memalign(void** out, size_t alignment, size_t size) {
+    void* ptr = counted(__libc_memalign(alignment, size));
+    if (ptr == nullptr) return ENOMEM;
+    *out = ptr;
+    return 0;
+}
+
+}  // extern "C"
+
+namespace jcpbench {
+
+size_t liveHeapBytes() {
+    long long live = g_live.load(std::memory_order_relaxed);
+    return live > 0 ? static_cast<size_t>(live) : 0;
+}
+
+void resetHeapPeak() {
+    g_peak.store(g_live.load(std::memory_order_relaxed), std::memory_order_relaxed);
+}
+
+size_t peakHeapBytes() {
+    long long peak = g_peak.load(std::memory_order_relaxed);
+    return peak > 0 ? static_cast<size_t>(peak) : 0;
+}
+
+}  // namespace jcpbench
