@@ -18,10 +18,13 @@ void __libc_free(void* ptr);
 
 namespace {
 
+// Off while timing, so the count costs nothing there; on for one separate pass.
+std::atomic<bool> g_counting{false};
 std::atomic<long long> g_live{0};
 std::atomic<long long> g_peak{0};
 
 void adjust(long long delta) {
+    if (delta == 0) return;
     long long now = g_live.fetch_add(delta, std::memory_order_relaxed) + delta;
     long long peak = g_peak.load(std::memory_order_relaxed);
     while (now > peak && !g_peak.compare_exchange_weak(peak, now, std::memory_order_relaxed)) {
@@ -29,7 +32,8 @@ void adjust(long long delta) {
 }
 
 long long usable(void* ptr) {
-    return ptr == nullptr ? 0 : static_cast<long long>(malloc_usable_size(ptr));
+    if (ptr == nullptr || !g_counting.load(std::memory_order_relaxed)) return 0;
+    return static_cast<long long>(malloc_usable_size(ptr));
 }
 
 void* counted(void* ptr) {
@@ -81,13 +85,14 @@ int posix_memalign(void** out, size_t alignment, size_t size) {
 
 namespace jcpbench {
 
-size_t liveHeapBytes() {
-    long long live = g_live.load(std::memory_order_relaxed);
-    return live > 0 ? static_cast<size_t>(live) : 0;
+void startHeapCount() {
+    g_live.store(0, std::memory_order_relaxed);
+    g_peak.store(0, std::memory_order_relaxed);
+    g_counting.store(true, std::memory_order_relaxed);
 }
 
-void resetHeapPeak() {
-    g_peak.store(g_live.load(std::memory_order_relaxed), std::memory_order_relaxed);
+void stopHeapCount() {
+    g_counting.store(false, std::memory_order_relaxed);
 }
 
 size_t peakHeapBytes() {

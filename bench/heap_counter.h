@@ -6,10 +6,11 @@
 
 namespace jcpbench {
 
-// Bytes currently allocated (usable sizes) through malloc, new and json-c alike.
-size_t liveHeapBytes();
-// Restarts the peak at the current live bytes.
-void resetHeapPeak();
+// Counts the heap (usable sizes, through malloc, new and json-c alike) from zero until
+// stopHeapCount; blocks made before the start are not followed.
+void startHeapCount();
+void stopHeapCount();
+// The most bytes live at once while counting.
 size_t peakHeapBytes();
 
 }  // namespace jcpbench

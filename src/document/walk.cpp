@@ -1,4 +1,6 @@
 // The tree walk that flattens JSON sub-trees into elements named by key paths.
+#include <cstring>
+
 #include "document/json_cfg_plus.h"
 
 namespace {
@@ -8,7 +10,47 @@ using ElementSink = cfgElementIndex;
 const std::list<std::string> kNoKeys;
 
 std::string childPath(const std::string& path, const char* key) {
-    return path.empty() ? std::string(key) : path + "/" + key;
+    if (path.empty()) return key;
+    std::string name;
+    name.reserve(path.size() + 1 + std::strlen(key));
+    return name.append(path).append(1, '/').append(key);
+}
+
+// Adds a scalar's element and is true, or is false (path untouched) for objects and arrays.
+// The path is taken over as the element's name, so a leaf copies it only for its key.
+bool addScalar(json_object* node, std::string&& path, ElementSink& sink) {
+    json_type type = json_object_get_type(node);
+    if (type == json_type_null) {
+        sink.add(cfgElement::makeNull(std::move(path), ""), true);
+        return true;
+    }
+    if (type == json_type_object || type == json_type_array) return false;
+    std::string key = path;
+    switch (type) {
+        case json_type_boolean:
+            sink.add(
+                cfgElement(std::move(path), json_object_get_boolean(node) != 0, std::move(key)),
+                true);
+            break;
+        case json_type_double:
+            sink.add(cfgElement::makeDouble(std::move(path), json_object_get_double(node),
+                                            std::move(key)),
+                     true);
+            break;
+        case json_type_int:
+            sink.add(cfgElement(std::move(path), static_cast<int>(json_object_get_int(node)),
+                                std::move(key)),
+                     true);
+            break;
+        default:
+            sink.add(cfgElement(std::move(path),
+                                std::string(json_object_get_string(node),
+                                            static_cast<size_t>(json_object_get_string_len(node))),
+                                std::move(key)),
+                     true);
+            break;
+    }
+    return true;
 }
 
 // Recursion depth is bounded by the tokener's nesting limit (json-c's default of 32).
@@ -31,7 +73,7 @@ void walkObject(json_object* node, const std::string& path, const std::list<std:
         } else if (child == nullptr) {
             // json-c hands a JSON null member over as a null pointer.
             sink.add(cfgElement::makeNull(std::move(name), ""), true);
-        } else {
+        } else if (!addScalar(child, std::move(name), sink)) {
             walkInto(child, name, kNoKeys, kNoKeys, sink);
         }
     }
@@ -69,30 +111,14 @@ void walkInto(json_object* node, const std::string& path, const std::list<std::s
               const std::list<std::string>& exclude, ElementSink& sink) {
     if (node == nullptr) return;
     switch (json_object_get_type(node)) {
-        case json_type_null:
-            sink.add(cfgElement::makeNull(path, ""), true);
-            break;
-        case json_type_boolean:
-            sink.add(cfgElement(path, json_object_get_boolean(node) != 0, path), true);
-            break;
-        case json_type_double:
-            sink.add(cfgElement::makeDouble(path, json_object_get_double(node), path), true);
-            break;
-        case json_type_int:
-            sink.add(cfgElement(path, static_cast<int>(json_object_get_int(node)), path), true);
-            break;
-        case json_type_string:
-            sink.add(cfgElement(path,
-                                std::string(json_object_get_string(node),
-                                            static_cast<size_t>(json_object_get_string_len(node))),
-                                path),
-                     true);
-            break;
         case json_type_object:
             walkObject(node, path, include, exclude, sink);
             break;
         case json_type_array:
             walkArray(node, path, sink);
+            break;
+        default:
+            addScalar(node, std::string(path), sink);
             break;
     }
 }
