@@ -3,9 +3,9 @@
 #include <regex>
 
 #include "api/diag.h"
-#include "document/json_by_name.h"
+#include "document/json_by_name_priv.h"
 #include "document/json_cfg_plus.h"
-#include "document/merge.h"
+#include "document/merge_priv.h"
 
 namespace {
 

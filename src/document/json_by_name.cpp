@@ -1,5 +1,5 @@
 // Name index over a JSON array of objects.
-#include "document/json_by_name.h"
+#include "document/json_by_name_priv.h"
 
 #include <utility>
 

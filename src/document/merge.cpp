@@ -1,5 +1,5 @@
 // Radio and service merging by id.
-#include "document/merge.h"
+#include "document/merge_priv.h"
 
 #include <algorithm>
 #include <iterator>

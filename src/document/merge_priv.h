@@ -1,7 +1,7 @@
 // Merging built radios and services into the document's vectors by id, each merge costing
 // what it merges rather than what is already there.
-#ifndef JSONCFGPLUS_DOCUMENT_MERGE_H
-#define JSONCFGPLUS_DOCUMENT_MERGE_H
+#ifndef JSONCFGPLUS_DOCUMENT_MERGE_PRIV_H
+#define JSONCFGPLUS_DOCUMENT_MERGE_PRIV_H
 
 #include <cstddef>
 #include <cstdint>

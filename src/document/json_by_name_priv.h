@@ -1,6 +1,6 @@
 // jsonByName: the objects of a JSON array found by a string member in constant time.
-#ifndef JSONCFGPLUS_DOCUMENT_JSON_BY_NAME_H
-#define JSONCFGPLUS_DOCUMENT_JSON_BY_NAME_H
+#ifndef JSONCFGPLUS_DOCUMENT_JSON_BY_NAME_PRIV_H
+#define JSONCFGPLUS_DOCUMENT_JSON_BY_NAME_PRIV_H
 
 #include <json-c/json.h>
 
