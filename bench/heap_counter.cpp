@@ -23,6 +23,13 @@ std::atomic<bool> g_counting{false};
 std::atomic<long long> g_live{0};
 std::atomic<long long> g_peak{0};
 
+}  // namespace
+
+// A sanitizer brings its own malloc; there the counter stays at zero.
+#if !defined(__SANITIZE_ADDRESS__)
+
+namespace {
+
 void adjust(long long delta) {
     if (delta == 0) return;
     long long now = g_live.fetch_add(delta, std::memory_order_relaxed) + delta;
@@ -82,6 +89,8 @@ int posix_memalign(void** out, size_t alignment, size_t size) {
 }
 
 }  // extern "C"
+
+#endif
 
 namespace jcpbench {
 
