@@ -1,34 +1,13 @@
 // Cost of one configuration push: parse, build, convert and release, on the shipped example
 // and on documents that grow in the directions a manager's documents grow.
 #include <benchmark/benchmark.h>
-#include <unistd.h>
-
-#include <cstdio>
 #include <fstream>
 #include <sstream>
 
 #include "api/jsoncfgplus.h"
+#include "quiet_stdout.h"
 
 namespace {
-
-// The library prints its milestones; the benchmark measures the work, not the terminal.
-class QuietStdout {
-  public:
-    QuietStdout() : saved_(dup(1)) {
-        std::fflush(stdout);
-        FILE* null = std::fopen("/dev/null", "w");
-        dup2(fileno(null), 1);
-        std::fclose(null);
-    }
-    ~QuietStdout() {
-        std::fflush(stdout);
-        dup2(saved_, 1);
-        close(saved_);
-    }
-
-  private:
-    int saved_;
-};
 
 std::string example() {
     std::ifstream in(std::string(JCP_EXAMPLES_DIR) + "/ap-config.json");
@@ -77,5 +56,3 @@ void BM_GrownDocument(benchmark::State& state) {
 BENCHMARK(BM_GrownDocument)->RangeMultiplier(4)->Range(16, 4096)->Complexity();
 
 }  // namespace
-
-BENCHMARK_MAIN();

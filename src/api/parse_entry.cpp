@@ -17,51 +17,64 @@ apiCfgPlusEntryArray* allocateArrays(size_t count) {
     return count == 0 ? nullptr : new apiCfgPlusEntryArray[count]();
 }
 
-// One entry array per service, with the service's radio index and id.
-void fillServiceArrays(apiCfgPlusEntryArray* arrays,
-                       const std::vector<const vns_entry*>& services) {
-    for (size_t k = 0; k < services.size(); ++k) {
-        const vns_entry& service = *services[k];
-        cfgElement::setApiCfgPlusList(service.elements, &arrays[k], service.radioId - 1,
-                                      service.index);
+// The parse entry's document. Its JSON tree is released before the pipeline runs: the
+// converters work on elements alone, and the tree would only add to the peak.
+class ParseDocument : public jsonCfgPlus {
+  public:
+    explicit ParseDocument(jsonCfgPlusCallback pipeline) : m_pipeline(pipeline) {
+        m_callback = pipeline != nullptr ? &ParseDocument::runPipeline : nullptr;
     }
-}
 
-// The lists are converted straight from the document, which is only read here and outlives
-// the conversion, so no intermediate copy of the lists is made.
-apiCfgPlusResult* collectResult(const jsonCfgPlus& document) {
+  private:
+    static int runPipeline(jsonCfgPlus* document) {
+        auto* self = static_cast<ParseDocument*>(document);
+        self->m_all.reset();
+        return self->m_pipeline(document);
+    }
+
+    jsonCfgPlusCallback m_pipeline;
+};
+
+// The lists are moved out of the document and released element by element as their entries
+// are made, so the elements and the entries they become are never both whole in memory.
+apiCfgPlusResult* collectResult(jsonCfgPlus& document) {
     // freeJsonCfgPlus releases a half-filled record if an allocation fails below; it prints
     // its milestone then, which is acceptable on that path.
     std::unique_ptr<apiCfgPlusResult, ResultRelease> result(new apiCfgPlusResult());
-    cfgElement::setApiCfgPlusList(document.m_global, &result->global, -1, -1);
-
-    std::vector<const vns_entry*> wlans;
-    std::vector<const vns_entry*> meshpoints;
     int admitted = 0;
+    size_t wlanCount = 0;
+    size_t meshpointCount = 0;
     for (const radio_entry& radio : document.m_radios) {
         if (radio.id <= jsonCfgPlus::getMaxRadio()) ++admitted;
+        wlanCount += radio.wlans.size();
+        meshpointCount += radio.meshpoints.size();
     }
     result->radios = allocateArrays(admitted);
     result->radioCount = admitted;
+    result->vnsList = allocateArrays(wlanCount);
+    result->vnsCount = static_cast<int32_t>(wlanCount);
+    result->meshpoints = allocateArrays(meshpointCount);
+    result->meshpointCount = static_cast<int32_t>(meshpointCount);
 
+    cfgElement::setApiCfgPlusList(std::move(document.m_global), &result->global, -1, -1);
     // Slots count admitted radios, so a radio with a higher id listed early cannot push an
     // admitted one past the block.
     int slot = 0;
-    for (const radio_entry& radio : document.m_radios) {
-        for (const vns_entry& wlan : radio.wlans) wlans.push_back(&wlan);
-        for (const vns_entry& meshpoint : radio.meshpoints) meshpoints.push_back(&meshpoint);
+    apiCfgPlusEntryArray* wlanArray = result->vnsList;
+    apiCfgPlusEntryArray* meshpointArray = result->meshpoints;
+    for (radio_entry& radio : document.m_radios) {
         if (radio.id <= jsonCfgPlus::getMaxRadio() && slot < admitted) {
-            cfgElement::setApiCfgPlusList(radio.elements, &result->radios[slot++], radio.id - 1,
-                                          -1);
+            cfgElement::setApiCfgPlusList(std::move(radio.elements), &result->radios[slot++],
+                                          radio.id - 1, -1);
         }
+        for (vns_entry& wlan : radio.wlans)
+            cfgElement::setApiCfgPlusList(std::move(wlan.elements), wlanArray++, wlan.radioId - 1,
+                                          wlan.index);
+        for (vns_entry& meshpoint : radio.meshpoints)
+            cfgElement::setApiCfgPlusList(std::move(meshpoint.elements), meshpointArray++,
+                                          meshpoint.radioId - 1, meshpoint.index);
+        radio = radio_entry();
     }
-
-    result->vnsList = allocateArrays(wlans.size());
-    result->vnsCount = static_cast<int32_t>(wlans.size());
-    fillServiceArrays(result->vnsList, wlans);
-    result->meshpoints = allocateArrays(meshpoints.size());
-    result->meshpointCount = static_cast<int32_t>(meshpoints.size());
-    fillServiceArrays(result->meshpoints, meshpoints);
     return result.release();
 }
 
@@ -78,12 +91,12 @@ extern "C" apiCfgPlusResult* parseJsonCfgPlus(const char* json, unsigned int len
                                               jsonCfgPlusCallback callback, int save,
                                               int saveBackup, int trace) {
     jcp::diag("parseJsonCfgPlus starts...");
-    jsonCfgPlus document;
-    document.m_callback = callback;
+    ParseDocument document(callback);
     document.m_save = save;
     document.m_save_backup = saveBackup;
     document.m_trace = trace;
     if (document.buildConfig(json, length) != 0) return nullptr;
+    document.m_all.reset();
     return collectResult(document);
 }
 

@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <iterator>
+#include <list>
+#include <vector>
 
 #include "api/diag.h"
 #include "convert/converter.h"
@@ -46,15 +49,133 @@ std::string bandSuffix(const std::string& rfMode) {
     return "";
 }
 
+// What the meshpoints of one radio share: the radio's band, read once, and where its mesh ACS
+// channel list stands once looked up (meshpoints change nothing else of the radio).
+struct RadioMeshState {
+    explicit RadioMeshState(radio_entry& r)
+        : radio(r),
+          rfMode(cfgPlusApiConverter().getCfgElementString(r.elements, "rf_mode")),
+          suffix(bandSuffix(rfMode)) {}
+
+    ElementList::iterator channelList() {
+        if (!channelListFound) {
+            channelListAt = cfgPlusApiConverter().findCfgElement(radio.elements, kAcsChannelList);
+            channelListFound = true;
+        }
+        return channelListAt;
+    }
+    void setChannelList(std::list<int> channels) {
+        auto at = channelList();
+        if (at == radio.elements.end()) {
+            radio.elements.push_back(cfgElement(kAcsChannelList, std::move(channels), ""));
+            channelListAt = std::prev(radio.elements.end());
+        } else {
+            *at = cfgElement(at->name, std::move(channels), at->key);
+        }
+    }
+
+    radio_entry& radio;
+    const std::string rfMode;
+    const std::string suffix;
+    bool channelListFound = false;
+    ElementList::iterator channelListAt;
+};
+
+// Turns a meshpoint's elements into a WLAN's, and sets the radio's mesh ACS channel list.
+void convertMeshpoint(RadioMeshState& state, vns_entry& mp, int idx) {
+    cfgPlusApiConverter helpers;
+    ElementList& list = mp.elements;
+    list.push_back(cfgElement("meshpoint_idx", idx, ""));
+
+    auto meshid = helpers.findCfgElement(list, "meshid");
+    if (meshid != list.end()) {
+        list.insert(meshid, cfgElement("ssid", helpers.getCfgElementString(list, "meshid"), ""));
+    }
+
+    // Without "is_root" a meshpoint counts as root, and says nothing about it.
+    bool root = true;
+    auto isRoot = helpers.findCfgElement(list, "is_root");
+    if (isRoot != list.end()) {
+        root = isRoot->kind == CFG_BOOL && isRoot->boolValue;
+        std::string rootDev = helpers.getCfgElementString(list, "meshpoint_device/is_root_dev");
+        if (rootDev == "true") {
+            root = true;
+        } else if (rootDev == "false") {
+            root = false;
+        }
+        list.insert(isRoot, cfgElement("cen_is_root", root, ""));
+    }
+
+    for (const char* name :
+         {"meshpoint_device/preferred_neighbor", "meshpoint_device/preferred_root"}) {
+        if (helpers.findCfgElement(list, name) == list.end())
+            list.push_back(cfgElement(name, "", ""));
+    }
+
+    auto snrMin = helpers.findCfgElement(list, "meshpoint_device/hysteresis_snr_min");
+    if (snrMin != list.end() && snrMin->kind == CFG_INT) {
+        list.insert(snrMin,
+                    cfgElement("wds/meshpoint_device/hysteresis_snr_min", snrMin->intValue, ""));
+    }
+
+    const std::string& suffix = state.suffix;
+    for (const char* name : {"meshpoint_device/acs_path_min", "meshpoint_device/acs_path_threshold",
+                             "meshpoint_device/acs_tolerance_period"}) {
+        // Deliberate: with no band suffix this finds the plain name and duplicates it.
+        auto banded = helpers.findCfgElement(list, name + suffix);
+        if (banded != list.end() && banded->kind == CFG_INT) {
+            list.insert(banded, cfgElement(name, banded->intValue, ""));
+        }
+    }
+
+    bool monitor = false;
+    auto monitorLink = helpers.findCfgElement(list, "meshpoint_device/monitor_pri_port_link");
+    if (monitorLink != list.end() && monitorLink->kind == CFG_BOOL) {
+        monitor = monitorLink->boolValue;
+    }
+    // The channel list belongs to the radio: a root that does not watch its wired link scans
+    // no channels for mesh ACS.
+    if (root && !monitor) {
+        state.setChannelList({});
+    } else if (suffix.empty()) {
+        jcp::diag("[ERR] Radio", state.radio.id,
+                  " does not support mesh ACS rf_mode: ", state.rfMode, " ");
+    } else {
+        auto banded = helpers.findCfgElement(list, kAcsChannelList + suffix);
+        if (banded != list.end() &&
+            (banded->kind == CFG_STR_LIST || banded->kind == CFG_EMPTY_ARRAY)) {
+            std::string text = banded->strList.empty() ? "" : banded->strList.front();
+            state.setChannelList(helpers.jsonCfgPlusStr2IntList(text, ','));
+        }
+    }
+}
+
 }  // namespace
 
 int cfgPlusApiConverter::jsonCfgPlusMeshpointToWlan(jsonCfgPlus& doc) {
     trace(doc, "jsonCfgPlusMeshpointToWlan: Converting Meshpoint to WLAN. ");
     for (radio_entry& radio : doc.m_radios) {
-        // Meshpoints go to the front, in their own order, ahead of the configured WLANs.
-        for (size_t c = 0; c < radio.meshpoints.size(); ++c) {
-            vns_entry copy = radio.meshpoints[c];
-            jsonCfgPlusConvertMeshpointToWlan(radio, copy, 0, static_cast<int>(c));
+        // Meshpoints go to the front, in their own order, ahead of the configured WLANs: what
+        // inserting meshpoint c at position c gives, built in one pass. The radio keeps its
+        // meshpoint list, so each meshpoint is copied once.
+        if (!radio.meshpoints.empty()) {
+            std::vector<vns_entry> wlans;
+            wlans.reserve(radio.meshpoints.size() + radio.wlans.size());
+            RadioMeshState state(radio);
+            try {
+                for (const vns_entry& meshpoint : radio.meshpoints) {
+                    wlans.push_back(meshpoint);
+                    convertMeshpoint(state, wlans.back(), 0);
+                }
+            } catch (...) {
+                // A bad channel list throws; the radio is left as one insert at a time leaves it.
+                wlans.pop_back();
+                std::move(radio.wlans.begin(), radio.wlans.end(), std::back_inserter(wlans));
+                radio.wlans = std::move(wlans);
+                throw;
+            }
+            std::move(radio.wlans.begin(), radio.wlans.end(), std::back_inserter(wlans));
+            radio.wlans = std::move(wlans);
         }
         for (vns_entry& wlan : radio.wlans) {
             if (findCfgElement(wlan.elements, "meshpoint_idx") == wlan.elements.end()) {
@@ -67,83 +188,10 @@ int cfgPlusApiConverter::jsonCfgPlusMeshpointToWlan(jsonCfgPlus& doc) {
 
 void cfgPlusApiConverter::jsonCfgPlusConvertMeshpointToWlan(radio_entry& radio, vns_entry& mp,
                                                             int idx, int pos) {
-    ElementList& list = mp.elements;
-    list.push_back(cfgElement("meshpoint_idx", idx, ""));
-
-    auto meshid = findCfgElement(list, "meshid");
-    if (meshid != list.end()) {
-        list.insert(meshid, cfgElement("ssid", getCfgElementString(list, "meshid"), ""));
-    }
-
-    // Without "is_root" a meshpoint counts as root, and says nothing about it.
-    bool root = true;
-    auto isRoot = findCfgElement(list, "is_root");
-    if (isRoot != list.end()) {
-        root = isRoot->kind == CFG_BOOL && isRoot->boolValue;
-        std::string rootDev = getCfgElementString(list, "meshpoint_device/is_root_dev");
-        if (rootDev == "true") {
-            root = true;
-        } else if (rootDev == "false") {
-            root = false;
-        }
-        list.insert(isRoot, cfgElement("cen_is_root", root, ""));
-    }
-
-    for (const char* name :
-         {"meshpoint_device/preferred_neighbor", "meshpoint_device/preferred_root"}) {
-        if (findCfgElement(list, name) == list.end()) list.push_back(cfgElement(name, "", ""));
-    }
-
-    auto snrMin = findCfgElement(list, "meshpoint_device/hysteresis_snr_min");
-    if (snrMin != list.end() && snrMin->kind == CFG_INT) {
-        list.insert(snrMin,
-                    cfgElement("wds/meshpoint_device/hysteresis_snr_min", snrMin->intValue, ""));
-    }
-
-    std::string rfMode = getCfgElementString(radio.elements, "rf_mode");
-    std::string suffix = bandSuffix(rfMode);
-    for (const char* name : {"meshpoint_device/acs_path_min", "meshpoint_device/acs_path_threshold",
-                             "meshpoint_device/acs_tolerance_period"}) {
-        // Deliberate: with no band suffix this finds the plain name and duplicates it.
-        auto banded = findCfgElement(list, name + suffix);
-        if (banded != list.end() && banded->kind == CFG_INT) {
-            list.insert(banded, cfgElement(name, banded->intValue, ""));
-        }
-    }
-
-    bool monitor = false;
-    auto monitorLink = findCfgElement(list, "meshpoint_device/monitor_pri_port_link");
-    if (monitorLink != list.end() && monitorLink->kind == CFG_BOOL) {
-        monitor = monitorLink->boolValue;
-    }
-    // The channel list belongs to the radio: a root that does not watch its wired link scans
-    // no channels for mesh ACS.
-    bool setChannels = false;
-    std::list<int> channels;
-    if (root && !monitor) {
-        setChannels = true;
-    } else if (suffix.empty()) {
-        jcp::diag("[ERR] Radio", radio.id, " does not support mesh ACS rf_mode: ", rfMode, " ");
-    } else {
-        auto banded = findCfgElement(list, kAcsChannelList + suffix);
-        if (banded != list.end() &&
-            (banded->kind == CFG_STR_LIST || banded->kind == CFG_EMPTY_ARRAY)) {
-            std::string text = banded->strList.empty() ? "" : banded->strList.front();
-            channels = jsonCfgPlusStr2IntList(text, ',');
-            setChannels = true;
-        }
-    }
-    if (setChannels) {
-        auto radioList = findCfgElement(radio.elements, kAcsChannelList);
-        if (radioList == radio.elements.end()) {
-            radio.elements.push_back(cfgElement(kAcsChannelList, std::move(channels), ""));
-        } else {
-            *radioList = cfgElement(radioList->name, std::move(channels), radioList->key);
-        }
-    }
-
+    RadioMeshState state(radio);
+    convertMeshpoint(state, mp, idx);
     size_t at = std::min(static_cast<size_t>(std::max(pos, 0)), radio.wlans.size());
-    radio.wlans.insert(radio.wlans.begin() + static_cast<std::ptrdiff_t>(at), mp);
+    radio.wlans.insert(radio.wlans.begin() + static_cast<std::ptrdiff_t>(at), std::move(mp));
 }
 
 int cfgPlusApiConverter::jsonCfgPlusVnsOrderWlans(jsonCfgPlus& doc) {
@@ -161,16 +209,17 @@ int cfgPlusApiConverter::jsonCfgPlusVnsOrderWlans(jsonCfgPlus& doc) {
 
     for (radio_entry& radio : doc.m_radios) {
         Slots slots = placeholders(radio.id);
-        for (const vns_entry& wlan : radio.wlans) {
+        for (vns_entry& wlan : radio.wlans) {
             // A negative index has no slot either; it goes the way of one past the end.
             if (wlan.index < 0 || wlan.index >= kWlanSlots) {
                 // Deliberate: the message names the slot count, not the offending index.
                 jcp::diag("[WARNING: vns_index is out of range: ", kWlanSlots, ", ignore.");
                 continue;
             }
-            slots[wlan.index] = wlan;
+            slots[wlan.index] = std::move(wlan);
         }
-        radio.wlans.assign(slots.begin(), slots.end());
+        radio.wlans.assign(std::make_move_iterator(slots.begin()),
+                           std::make_move_iterator(slots.end()));
     }
     return 0;
 }
@@ -181,7 +230,7 @@ int cfgPlusApiConverter::jsonCfgPlusVnsReorderWlans(jsonCfgPlus& doc) {
     for (radio_entry& radio : doc.m_radios) {
         Slots slots = placeholders(radio.id);
         int radioIndex = radio.id - 1;
-        for (const vns_entry& wlan : radio.wlans) {
+        for (vns_entry& wlan : radio.wlans) {
             if (wlan.ssidId == 0) continue;
             // The slot whose value stored on the AP is this SSID id; a WLAN without one is
             // dropped.
@@ -189,12 +238,13 @@ int cfgPlusApiConverter::jsonCfgPlusVnsReorderWlans(jsonCfgPlus& doc) {
                 if (apCfgVlanVIDGet(radioIndex, k) != wlan.ssidId) continue;
                 jcp::diag("VNS[", radioIndex, ",", wlan.index, "] ssid=", wlan.ssidId,
                           " found existing VNS[", radioIndex, ",", k, "]");
-                slots[k] = wlan;
+                slots[k] = std::move(wlan);
                 slots[k].index = k;
                 break;
             }
         }
-        radio.wlans.assign(slots.begin(), slots.end());
+        radio.wlans.assign(std::make_move_iterator(slots.begin()),
+                           std::make_move_iterator(slots.end()));
     }
     return 0;
 }

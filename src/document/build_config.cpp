@@ -44,7 +44,9 @@ int jsonCfgPlus::buildConfig(const char* text, unsigned int len) {
 
 int jsonCfgPlus::buildFromTable(json_object* root) {
     const std::list<std::string> none;
-    walk(root, "", kTopLevelScalars, none, m_global);
+    // Every addition to the global list below goes through this one index.
+    cfgElementIndex global(m_global);
+    walk(root, "", kTopLevelScalars, none, global);
 
     std::string configVersion;
     if (jsonCfgObj::getJsonStrValue("config-version", root, configVersion))
@@ -62,16 +64,16 @@ int jsonCfgPlus::buildFromTable(json_object* root) {
 
     if (jsonCfgObj* assocAcl = m_all.findCfgObject("assoc_acl")) {
         if (json_object* first = assocAcl->findJsonElement(0u)) {
-            walk(first, "assoc_acl", none, none, m_global);
+            walk(first, "assoc_acl", none, none, global);
         } else {
-            m_global.push_back(cfgElement("assoc_acl/rule", cfgObjArray(), ""));
+            global.append(cfgElement("assoc_acl/rule", cfgObjArray(), ""));
         }
     }
     if (json_object* extApps = jsonCfgObj::getJsonObject("cen_ext_app_cfg_tbl", root))
-        walk(extApps, "cen_ext_app_cfg_tbl", none, none, m_global);
+        walk(extApps, "cen_ext_app_cfg_tbl", none, none, global);
     if (jsonCfgObj* radioQos = m_all.findCfgObject("radio_qos")) {
         if (json_object* first = radioQos->findJsonElement(0u))
-            walk(first, "radio_qos", none, m_radio_qos_vns_names, m_global);
+            walk(first, "radio_qos", none, m_radio_qos_vns_names, global);
     }
 
     jsonCfgObj* deviceObj = m_all.findCfgObject("device");
@@ -80,60 +82,59 @@ int jsonCfgPlus::buildFromTable(json_object* root) {
         return -1;
     }
     json_object* device = deviceObj->findJsonElement(0u);
-    if (m_all.findCfgObject("profile") != nullptr) buildProfileConfig(device);
+    if (m_all.findCfgObject("profile") != nullptr) buildProfileConfig(device, global);
 
     // Walked last, so a device value replaces the profile's value where it stands.
-    walk(device, "", none, {"rf_domain_name", "profile_name"}, m_global);
+    walk(device, "", none, {"rf_domain_name", "profile_name"}, global);
     if (json_object* interfaces = jsonCfgObj::getJsonObject("interface", device))
-        buildInterfaceConfig(interfaces, nullptr, nullptr);
+        buildInterfaceConfig(interfaces, nullptr, nullptr, global);
 
     // A pointer document is replaced by the one it names; the nested build runs the pipeline.
     if (jcp::hasRedisSource(*this)) return jcp::buildFromRedis(*this);
     return m_callback != nullptr ? m_callback(this) : 0;
 }
 
-void jsonCfgPlus::buildProfileConfig(json_object* device) {
+void jsonCfgPlus::buildProfileConfig(json_object* device, cfgElementIndex& global) {
     const std::list<std::string> none;
     json_object* profile = m_all.resolveRelationship(device, "profile_name", "profile");
     json_object* rfDomain = m_all.resolveRelationship(device, "rf_domain_name", "rf_domain");
 
     if (announce(profile, "[INFO] device: profile not resolved", "device: profile resolved."))
-        walk(profile, "", none, {"interface", "name", "type", "management_policy"}, m_global);
+        walk(profile, "", none, {"interface", "name", "type", "management_policy"}, global);
 
     json_object* management =
         m_all.resolveRelationship(profile, "management_policy", "management_policy");
     if (announce(management, "[INFO] management policy not resolved.",
                  "resolved management policy from profile."))
-        walk(management, "management_policy", none, none, m_global);
+        walk(management, "management_policy", none, none, global);
 
     if (announce(rfDomain, "[INFO] device: rf_domain not resolved", "device: resolved rf_domain. "))
-        buildRfDomainConfig(rfDomain);
+        buildRfDomainConfig(rfDomain, global);
 
     if (json_object* interfaces = jsonCfgObj::getJsonObject("interface", profile)) {
         buildInterfaceConfig(interfaces, jsonCfgObj::getJsonObject("meshpoint_device", profile),
-                             jsonCfgObj::getJsonObject("meshpoint_device", device));
+                             jsonCfgObj::getJsonObject("meshpoint_device", device), global);
     }
 }
 
-void jsonCfgPlus::buildRfDomainConfig(json_object* rfDomain) {
+void jsonCfgPlus::buildRfDomainConfig(json_object* rfDomain, cfgElementIndex& global) {
     const std::list<std::string> none;
-    walk(rfDomain, "rf_domain", none, {"smart_rf_policy"}, m_global);
+    walk(rfDomain, "rf_domain", none, {"smart_rf_policy"}, global);
 
     json_object* sensor =
         m_all.resolveRelationship(rfDomain, "sensor_policy_name", "sensor_policy");
     if (announce(sensor, "[INFO] sensor_policy from rf_domain not resolved.",
                  "resolved sensor_policy from rf_domain."))
-        walk(sensor, "rf_domain/sensor_policy", none, none, m_global);
+        walk(sensor, "rf_domain/sensor_policy", none, none, global);
 
     json_object* smartRf =
         m_all.resolveRelationship(rfDomain, "smart_rf_policy", "smart_rf_policy");
     if (announce(smartRf, "[INFO] smart_rf_policy from rf_domain not resolved.",
                  "resolved smart_rf_policy from rf_domain.")) {
-        walk(smartRf, "rf_domain/smart_rf_policy", none, none, m_global);
-        m_global.push_back(
-            cfgElement("smart_rf_cfg",
-                       json_object_to_json_string_ext(
-                           smartRf, JSON_C_TO_STRING_SPACED | JSON_C_TO_STRING_PRETTY),
-                       ""));
+        walk(smartRf, "rf_domain/smart_rf_policy", none, none, global);
+        global.append(cfgElement("smart_rf_cfg",
+                                 json_object_to_json_string_ext(
+                                     smartRf, JSON_C_TO_STRING_SPACED | JSON_C_TO_STRING_PRETTY),
+                                 ""));
     }
 }

@@ -3,7 +3,9 @@
 #include <regex>
 
 #include "api/diag.h"
+#include "document/json_by_name_priv.h"
 #include "document/json_cfg_plus.h"
+#include "document/merge_priv.h"
 
 namespace {
 
@@ -50,6 +52,15 @@ std::string stringMember(json_object* obj, const char* key) {
 
 }  // namespace
 
+// The radios are merged together at the end, one pass instead of one search per radio; the
+// meshpoint-device lists are indexed once for all radios.
+struct jsonCfgPlus::InterfaceBuild {
+    cfgElementIndex& global;
+    jcp::jsonByName profileMeshpointDevices;
+    jcp::jsonByName deviceMeshpointDevices;
+    std::vector<radio_entry> radios;
+};
+
 bool jsonCfgPlus::isWiredPortInterface(const std::string& name) {
     static const std::regex pattern("^p[0-9]+$");
     return std::regex_match(name, pattern);
@@ -63,6 +74,14 @@ bool jsonCfgPlus::isBridgePortInterface(const std::string& name) {
 void jsonCfgPlus::buildInterfaceConfig(json_object* interfaces,
                                        json_object* profileMeshpointDevices,
                                        json_object* deviceMeshpointDevices) {
+    cfgElementIndex global(m_global);
+    buildInterfaceConfig(interfaces, profileMeshpointDevices, deviceMeshpointDevices, global);
+}
+
+void jsonCfgPlus::buildInterfaceConfig(json_object* interfaces,
+                                       json_object* profileMeshpointDevices,
+                                       json_object* deviceMeshpointDevices,
+                                       cfgElementIndex& global) {
     trace("process interface.");
     if (interfaces == nullptr || !json_object_is_type(interfaces, json_type_array)) return;
     size_t count = json_object_array_length(interfaces);
@@ -73,13 +92,12 @@ void jsonCfgPlus::buildInterfaceConfig(json_object* interfaces,
         std::string name;
         if (!jsonCfgObj::getJsonStrValue("name", item, name)) continue;
         if (!isVirtualInterfaceType(stringMember(item, "type"))) continue;
-        std::list<cfgElement> fields;
-        walk(item, "", kNone, kNone, fields);
-        virtualInterfaces.emplace_back("", std::move(fields), "");
+        virtualInterfaces.emplace_back("", std::list<cfgElement>(), "");
+        walk(item, "", kNone, kNone, virtualInterfaces.back().elements);
     }
     if (!virtualInterfaces.empty()) {
         // Replaces the profile's list when the device brings its own.
-        addCfgElement(m_global, cfgElement("cen_if_vlans", std::move(virtualInterfaces), ""), true);
+        global.add(cfgElement("cen_if_vlans", std::move(virtualInterfaces), ""), true);
     }
 
     for (size_t i = 0; i < count; ++i) {
@@ -90,7 +108,7 @@ void jsonCfgPlus::buildInterfaceConfig(json_object* interfaces,
         if (name == "port-channel1") {
             // Its switchport carries the native VLAN: "ethernet_if/switchport/native_vlan" and
             // "ethernet_if/switchport/native_vlan_tagged", in the kinds the document gives.
-            walk(item, "ethernet_if", kNone, kNone, m_global);
+            walk(item, "ethernet_if", kNone, kNone, global);
         } else if (name == "ge1") {
             // A ge1 in a static channel group takes its switchport from port-channel1, so its
             // own switchport must not override the channel's native VLAN.
@@ -98,33 +116,37 @@ void jsonCfgPlus::buildInterfaceConfig(json_object* interfaces,
             jsonCfgObj::getJsonIntValue("static_channel_group", item, channelGroup);
             std::list<std::string> excluded;
             if (channelGroup > 0) excluded.push_back("switchport");
-            walk(item, "ethernet_if", kNone, excluded, m_global);
+            walk(item, "ethernet_if", kNone, excluded, global);
         }
     }
 
+    InterfaceBuild build{global,
+                         jcp::jsonByName(profileMeshpointDevices, "name"),
+                         jcp::jsonByName(deviceMeshpointDevices, "name"),
+                         {}};
     for (size_t i = 0; i < count; ++i) {
         json_object* item = json_object_array_get_idx(interfaces, i);
         std::string name;
         if (!jsonCfgObj::getJsonStrValue("name", item, name)) continue;
         std::string type = stringMember(item, "type");
         if (type == "radio") {
-            buildRadioInterface(item, name, profileMeshpointDevices, deviceMeshpointDevices);
+            buildRadioInterface(item, name, build);
         } else if (name == "bluetooth1") {
-            buildBluetoothInterface(item);
+            buildBluetoothInterface(item, build);
         } else if (type == "uwb") {
             trace("process UWB: ", name);
-            walk(item, "uwb", kNone, kNone, m_global);
+            walk(item, "uwb", kNone, kNone, global);
         } else if (isWiredPortInterface(name)) {
-            buildWiredPortInterface(item, name);
+            buildWiredPortInterface(item, name, build);
         } else if (isBridgePortInterface(name)) {
-            buildBridgePortInterface(item, name);
+            buildBridgePortInterface(item, name, build);
         }
     }
+    jcp::mergeRadios(m_radios, std::move(build.radios));
 }
 
 void jsonCfgPlus::buildRadioInterface(json_object* radioJson, const std::string& name,
-                                      json_object* profileMeshpointDevices,
-                                      json_object* deviceMeshpointDevices) {
+                                      InterfaceBuild& build) {
     constexpr size_t kRadioPrefixLength = 5;  // "radio"
     int id = name.size() > kRadioPrefixLength ? leadingNumber(name.substr(kRadioPrefixLength)) : -1;
     if (id < 1) {
@@ -133,28 +155,30 @@ void jsonCfgPlus::buildRadioInterface(json_object* radioJson, const std::string&
     }
     trace("process Radio: ", id);
 
-    radio_entry radio;
+    build.radios.emplace_back();
+    radio_entry& radio = build.radios.back();
     radio.id = id;
     radio.name = name;
-    addCfgElement(radio.elements, cfgElement("cen_radio_id", id, "name"), true);
-    walk(radioJson, "", kNone, kRadioWalkExcluded, radio.elements);
-    walk(radioJson, "cen_radio", kRadioLocationKeys, kNone, radio.elements);
+    cfgElementIndex elements(radio.elements);
+    elements.add(cfgElement("cen_radio_id", id, "name"), true);
+    walk(radioJson, "", kNone, kRadioWalkExcluded, elements);
+    walk(radioJson, "cen_radio", kRadioLocationKeys, kNone, elements);
 
     std::list<cfgElement> radioQos;
     if (json_object* qos = m_all.resolveRelationship(radioJson, "qos_policy", "radio_qos"))
         walk(qos, "qos_policy", m_radio_qos_vns_names, kNone, radioQos);
 
     buildWlanConfig(jsonCfgObj::getJsonObject("wlanbssmap", radioJson), radio, radioQos, nullptr);
-    buildMeshpointConfig(jsonCfgObj::getJsonObject("meshpointbssmap", radioJson), radio,
-                         profileMeshpointDevices, deviceMeshpointDevices);
-    mergeRadioCfgElements(m_radios, radio);
+    buildMeshpoints(jsonCfgObj::getJsonObject("meshpointbssmap", radioJson), radio,
+                    build.profileMeshpointDevices, build.deviceMeshpointDevices);
 }
 
-void jsonCfgPlus::buildBluetoothInterface(json_object* bluetooth) {
+void jsonCfgPlus::buildBluetoothInterface(json_object* bluetooth, InterfaceBuild& build) {
     trace("process Bluetooth radio-id: ", kBluetoothRadioId);
-    walk(bluetooth, "iot", kNone, kNone, m_global);
+    walk(bluetooth, "iot", kNone, kNone, build.global);
 
-    radio_entry radio;
+    build.radios.emplace_back();
+    radio_entry& radio = build.radios.back();
     radio.id = kBluetoothRadioId;
     radio.name = "bluetooth1";
     bool shutdown = false;
@@ -162,32 +186,34 @@ void jsonCfgPlus::buildBluetoothInterface(json_object* bluetooth) {
     addCfgElement(radio.elements, cfgElement("cen_radio_id", kBluetoothRadioId, "name"), true);
     addCfgElement(radio.elements, cfgElement("shutdown", shutdown, "shutdown"), true);
     buildWlanConfig(jsonCfgObj::getJsonObject("wlanbssmap", bluetooth), radio, {}, nullptr);
-    mergeRadioCfgElements(m_radios, radio);
 }
 
-void jsonCfgPlus::buildWiredPortInterface(json_object* port, const std::string& name) {
-    buildPortRadio(port, name, m_wired_port_prefix.size(), getMaxRadio());
+void jsonCfgPlus::buildWiredPortInterface(json_object* port, const std::string& name,
+                                          InterfaceBuild& build) {
+    buildPortRadio(port, name, m_wired_port_prefix.size(), getMaxRadio(), build);
 }
 
-void jsonCfgPlus::buildBridgePortInterface(json_object* port, const std::string& name) {
+void jsonCfgPlus::buildBridgePortInterface(json_object* port, const std::string& name,
+                                           InterfaceBuild& build) {
     // Bridge ports follow the three wired ports: brN is pseudo-radio N + 6.
     constexpr int kWiredPortCount = 3;
-    buildPortRadio(port, name, m_bridge_port_prefix.size(), getMaxRadio() + kWiredPortCount);
+    buildPortRadio(port, name, m_bridge_port_prefix.size(), getMaxRadio() + kWiredPortCount, build);
 }
 
 void jsonCfgPlus::buildPortRadio(json_object* port, const std::string& name, size_t prefixLength,
-                                 int idOffset) {
+                                 int idOffset, InterfaceBuild& build) {
     int number = leadingNumber(name.substr(prefixLength));
     // Port 0 would land on a wireless radio's id.
     if (number < 1) {
         jcp::diag("[WARN] port number out of range, port skipped: ", name);
         return;
     }
-    radio_entry radio;
+    build.radios.emplace_back();
+    radio_entry& radio = build.radios.back();
     radio.id = number + idOffset;
     radio.name = name;
-    addCfgElement(radio.elements, cfgElement("cen_radio_id", radio.id, "name"), true);
-    walk(port, "", kNone, kPortWalkExcluded, radio.elements);
+    cfgElementIndex elements(radio.elements);
+    elements.add(cfgElement("cen_radio_id", radio.id, "name"), true);
+    walk(port, "", kNone, kPortWalkExcluded, elements);
     buildWlanConfig(jsonCfgObj::getJsonObject("wlanbssmap", port), radio, {}, nullptr);
-    mergeRadioCfgElements(m_radios, radio);
 }

@@ -15,6 +15,11 @@
 #include "document/json_cfg_all.h"
 #include "document/radio_entry.h"
 #include "model/cfg_element.h"
+#include "model/cfg_element_index.h"
+
+namespace jcp {
+class jsonByName;
+}
 
 class JCP_EXPORT jsonCfgPlus {
   public:
@@ -51,6 +56,10 @@ class JCP_EXPORT jsonCfgPlus {
     static void walk(json_object* node, const std::string& path,
                      const std::list<std::string>& include, const std::list<std::string>& exclude,
                      std::list<cfgElement>& out);
+    // The same into a list whose name index the caller keeps across several walks.
+    static void walk(json_object* node, const std::string& path,
+                     const std::list<std::string>& include, const std::list<std::string>& exclude,
+                     cfgElementIndex& out);
     // Puts element into list by name: replaces in place (replace true) or appends.
     static void addCfgElement(std::list<cfgElement>& list, cfgElement element, bool replace);
     static bool inList(std::string key, const std::list<std::string>& list);
@@ -66,9 +75,10 @@ class JCP_EXPORT jsonCfgPlus {
                               json_object* profileMeshpointDevices,
                               json_object* deviceMeshpointDevices);
     // Inserts by ascending id, or merges into the radio with the same id (WLANs included,
-    // meshpoints not).
+    // meshpoints not). newRadio is moved from.
     static void mergeRadioCfgElements(std::vector<radio_entry>& radios, radio_entry& newRadio);
-    // Merges into the service with the same radio and SSID id, or appends.
+    // Merges into the service with the same radio and SSID id, or appends; newVns is moved
+    // from.
     static void mergeVnsCfgElement(std::vector<vns_entry>& services, vns_entry& newVns);
     static bool isWiredPortInterface(const std::string& name);
     static bool isBridgePortInterface(const std::string& name);
@@ -95,29 +105,38 @@ class JCP_EXPORT jsonCfgPlus {
     jsonCfgAll m_all;
 
   private:
+    // What the steps of one interface build share; defined with the interface build.
+    struct InterfaceBuild;
+
     // Progress line, printed only with the trace flag.
     template <typename... Parts>
     void trace(const Parts&... parts) const;
     // Steps of buildConfig after the object table is built; the result of the build.
     int buildFromTable(json_object* root);
     // The device's related objects: profile, management policy, RF domain and its policies.
-    void buildProfileConfig(json_object* device);
-    void buildRfDomainConfig(json_object* rfDomain);
-    void buildRadioInterface(json_object* radio, const std::string& name,
-                             json_object* profileMeshpointDevices,
-                             json_object* deviceMeshpointDevices);
-    void buildBluetoothInterface(json_object* bluetooth);
-    void buildWiredPortInterface(json_object* port, const std::string& name);
-    void buildBridgePortInterface(json_object* port, const std::string& name);
+    void buildProfileConfig(json_object* device, cfgElementIndex& global);
+    void buildRfDomainConfig(json_object* rfDomain, cfgElementIndex& global);
+    // The interface build into the global list through its index.
+    void buildInterfaceConfig(json_object* interfaces, json_object* profileMeshpointDevices,
+                              json_object* deviceMeshpointDevices, cfgElementIndex& global);
+    void buildRadioInterface(json_object* radio, const std::string& name, InterfaceBuild& build);
+    void buildBluetoothInterface(json_object* bluetooth, InterfaceBuild& build);
+    void buildWiredPortInterface(json_object* port, const std::string& name, InterfaceBuild& build);
+    void buildBridgePortInterface(json_object* port, const std::string& name,
+                                  InterfaceBuild& build);
     // A port as a pseudo-radio with id (its number + idOffset) and its own WLANs.
     void buildPortRadio(json_object* port, const std::string& name, size_t prefixLength,
-                        int idOffset);
+                        int idOffset, InterfaceBuild& build);
+    // buildMeshpointConfig with the meshpoint-device lists indexed by name.
+    void buildMeshpoints(json_object* bssMap, radio_entry& radio,
+                         const jcp::jsonByName& profileMeshpointDevices,
+                         const jcp::jsonByName& deviceMeshpointDevices);
     // Starts a service entry for BSS slot bss; false when the service is dropped.
     bool startService(int bss, json_object* service, const radio_entry& radio,
                       vns_entry& out) const;
     // Walks the objects a WLAN refers to by name (ACLs, policies, captive portal).
     void walkWlanReferences(json_object* wlan, const std::list<cfgElement>& radioQos,
-                            std::list<cfgElement>& out) const;
+                            cfgElementIndex& out) const;
 };
 
 template <typename... Parts>

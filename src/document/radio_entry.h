@@ -4,6 +4,7 @@
 
 #include <list>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "api/export.h"
@@ -24,5 +25,13 @@ struct JCP_EXPORT radio_entry {
     std::vector<vns_entry> wlans;
     std::vector<vns_entry> meshpoints;
 };
+
+// Both live in vectors that grow and reorder; a throwing move would make them copy instead.
+static_assert(std::is_nothrow_move_constructible<vns_entry>::value &&
+                  std::is_nothrow_move_assignable<vns_entry>::value,
+              "services move without copying");
+static_assert(std::is_nothrow_move_constructible<radio_entry>::value &&
+                  std::is_nothrow_move_assignable<radio_entry>::value,
+              "radios move without copying");
 
 #endif

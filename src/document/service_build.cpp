@@ -2,7 +2,9 @@
 #include <cstring>
 
 #include "api/diag.h"
+#include "document/json_by_name_priv.h"
 #include "document/json_cfg_plus.h"
+#include "document/merge_priv.h"
 
 namespace {
 
@@ -65,6 +67,7 @@ void jsonCfgPlus::buildWlanConfig(json_object* bssMap, radio_entry& radio,
     trace("process VNS. radio_id=", radio.id);
     if (!isArrayWithItems(bssMap)) return;
     size_t count = json_object_array_length(bssMap);
+    jcp::vnsMerger services(radio.wlans);
     for (size_t i = 0; i < count; ++i) {
         json_object* item = json_object_array_get_idx(bssMap, i);
         if (!json_object_is_type(item, json_type_object)) continue;
@@ -75,16 +78,16 @@ void jsonCfgPlus::buildWlanConfig(json_object* bssMap, radio_entry& radio,
 
         vns_entry service;
         if (!startService(bss, wlan, radio, service)) continue;
-        if (testInterface != nullptr)
-            walk(testInterface, "test_interface", kNone, kNone, service.elements);
-        walk(wlan, "", kNone, kWlanReferenceKeys, service.elements);
-        walkWlanReferences(wlan, radioQos, service.elements);
-        mergeVnsCfgElement(radio.wlans, service);
+        cfgElementIndex elements(service.elements);
+        if (testInterface != nullptr) walk(testInterface, "test_interface", kNone, kNone, elements);
+        walk(wlan, "", kNone, kWlanReferenceKeys, elements);
+        walkWlanReferences(wlan, radioQos, elements);
+        services.merge(std::move(service));
     }
 }
 
 void jsonCfgPlus::walkWlanReferences(json_object* wlan, const std::list<cfgElement>& radioQos,
-                                     std::list<cfgElement>& out) const {
+                                     cfgElementIndex& out) const {
     if (!json_object_is_type(wlan, json_type_object)) return;
     json_object_object_foreach(wlan, member, value) {
         if (!json_object_is_type(value, json_type_string)) continue;
@@ -104,7 +107,10 @@ void jsonCfgPlus::walkWlanReferences(json_object* wlan, const std::list<cfgEleme
         }
         walk(target, member, kNone, kNone, out);
         if (std::strcmp(member, "qos_policy") == 0) {
-            for (const cfgElement& element : radioQos) addCfgElement(out, element, false);
+            // The WLAN's own value of a name wins, so only missing names are copied in.
+            for (const cfgElement& element : radioQos) {
+                if (out.find(element.name) == out.list().end()) out.append(cfgElement(element));
+            }
         }
     }
 }
@@ -112,9 +118,17 @@ void jsonCfgPlus::walkWlanReferences(json_object* wlan, const std::list<cfgEleme
 void jsonCfgPlus::buildMeshpointConfig(json_object* bssMap, radio_entry& radio,
                                        json_object* profileMeshpointDevices,
                                        json_object* deviceMeshpointDevices) {
+    buildMeshpoints(bssMap, radio, jcp::jsonByName(profileMeshpointDevices, "name"),
+                    jcp::jsonByName(deviceMeshpointDevices, "name"));
+}
+
+void jsonCfgPlus::buildMeshpoints(json_object* bssMap, radio_entry& radio,
+                                  const jcp::jsonByName& profileDevices,
+                                  const jcp::jsonByName& deviceDevices) {
     trace("process Meshpoint. radio_id=", radio.id);
     if (bssMap == nullptr || !json_object_is_type(bssMap, json_type_array)) return;
     size_t count = json_object_array_length(bssMap);
+    jcp::vnsMerger services(radio.meshpoints);
     for (size_t i = 0; i < count; ++i) {
         json_object* item = json_object_array_get_idx(bssMap, i);
         if (!json_object_is_type(item, json_type_object)) continue;
@@ -128,39 +142,34 @@ void jsonCfgPlus::buildMeshpointConfig(json_object* bssMap, radio_entry& radio,
 
         vns_entry service;
         if (!startService(bss, meshpoint, radio, service)) continue;
-        walk(meshpoint, "", kNone, kNone, service.elements);
+        cfgElementIndex elements(service.elements);
+        walk(meshpoint, "", kNone, kNone, elements);
         // The device's entry comes second so its values override the profile's.
-        for (json_object* devices : {profileMeshpointDevices, deviceMeshpointDevices}) {
-            if (json_object* device = jsonCfgObj::getJsonObject("name", meshpointName, devices))
-                walk(device, "meshpoint_device", kNone, kNone, service.elements);
+        for (const jcp::jsonByName* devices : {&profileDevices, &deviceDevices}) {
+            if (json_object* device = devices->find(meshpointName))
+                walk(device, "meshpoint_device", kNone, kNone, elements);
         }
-        mergeVnsCfgElement(radio.meshpoints, service);
+        services.merge(std::move(service));
     }
 }
 
 void jsonCfgPlus::mergeRadioCfgElements(std::vector<radio_entry>& radios, radio_entry& newRadio) {
     for (auto it = radios.begin(); it != radios.end(); ++it) {
         if (it->id > newRadio.id) {
-            radios.insert(it, newRadio);
+            radios.insert(it, std::move(newRadio));
             return;
         }
         if (it->id == newRadio.id) {
-            for (const cfgElement& element : newRadio.elements)
-                addCfgElement(it->elements, element, true);
-            for (vns_entry& wlan : newRadio.wlans) mergeVnsCfgElement(it->wlans, wlan);
+            cfgElementIndex elements(it->elements);
+            for (cfgElement& element : newRadio.elements) elements.add(std::move(element), true);
+            jcp::vnsMerger wlans(it->wlans);
+            for (vns_entry& wlan : newRadio.wlans) wlans.merge(std::move(wlan));
             return;
         }
     }
-    radios.push_back(newRadio);
+    radios.push_back(std::move(newRadio));
 }
 
 void jsonCfgPlus::mergeVnsCfgElement(std::vector<vns_entry>& services, vns_entry& newVns) {
-    for (vns_entry& existing : services) {
-        if (existing.radioId == newVns.radioId && existing.ssidId == newVns.ssidId) {
-            for (const cfgElement& element : newVns.elements)
-                addCfgElement(existing.elements, element, true);
-            return;
-        }
-    }
-    services.push_back(newVns);
+    jcp::vnsMerger(services).merge(std::move(newVns));
 }

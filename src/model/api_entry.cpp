@@ -144,6 +144,25 @@ void cfgElement::setApiCfgPlusList(const std::list<cfgElement>& list, apiCfgPlus
     array->entries = block.release();
 }
 
+void cfgElement::setApiCfgPlusList(std::list<cfgElement>&& list, apiCfgPlusEntryArray* array,
+                                   int radio, int vns) {
+    if (array == nullptr) return;
+    array->count = static_cast<int32_t>(list.size());
+    array->entries = nullptr;
+    if (list.empty()) return;
+
+    EntryBlock block(list.size());
+    while (!list.empty()) {
+        apiCfgPlusEntry& entry = block.next();
+        list.front().toApiCfgPlusEntry(entry);
+        entry.radio = radio;
+        entry.vns = vns;
+        block.commitOne();
+        list.pop_front();
+    }
+    array->entries = block.release();
+}
+
 void cfgElement::freeApiCfgPlusEntry(apiCfgPlusEntry& entry) {
     if (entry.freeFn != nullptr) {
         // The custom release takes over entirely; name and value block are its business.

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <list>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "api/export.h"
@@ -49,9 +50,10 @@ class JCP_EXPORT cfgElement {
     static cfgElement makeEmptyArray(std::string name, std::string key);
 
     cfgElement(const cfgElement&) = default;
-    cfgElement(cfgElement&&) = default;
+    // Moves never throw, so containers of elements move them rather than copy them.
+    cfgElement(cfgElement&&) noexcept = default;
     cfgElement& operator=(const cfgElement&) = default;
-    cfgElement& operator=(cfgElement&&) = default;
+    cfgElement& operator=(cfgElement&&) noexcept = default;
     virtual ~cfgElement();
 
     // Indented JSON-like text, one line per scalar; never uses the function pointers.
@@ -63,6 +65,10 @@ class JCP_EXPORT cfgElement {
 
     // Converts a whole list into array; an empty list gives count 0 and no entries.
     static void setApiCfgPlusList(const std::list<cfgElement>& list, apiCfgPlusEntryArray* array,
+                                  int radio, int vns);
+    // The same, releasing each element once its entry is made, so a list and its entries are
+    // never both whole in memory. The list ends empty.
+    static void setApiCfgPlusList(std::list<cfgElement>&& list, apiCfgPlusEntryArray* array,
                                   int radio, int vns);
     // Releases what one entry owns; an entry's own freeFn takes over the whole release.
     static void freeApiCfgPlusEntry(apiCfgPlusEntry& entry);
@@ -88,5 +94,12 @@ class JCP_EXPORT cfgElement {
 };
 
 using cfgElementList = std::list<cfgElement>;
+
+static_assert(std::is_nothrow_move_constructible<cfgElement>::value &&
+                  std::is_nothrow_move_assignable<cfgElement>::value,
+              "elements move without copying");
+static_assert(std::is_nothrow_move_constructible<cfgObjArray>::value &&
+                  std::is_nothrow_move_assignable<cfgObjArray>::value,
+              "object arrays move without copying");
 
 #endif
