@@ -26,8 +26,7 @@ json_object* nestedEntries(const apiCfgPlusEntry& entry) {
 json_object* bytesValue(const apiCfgPlusEntry& entry) {
     const auto* bytes = static_cast<const uint8_t*>(entry.value);
     size_t size = jcp::entryItemCount(entry, 1);
-    if (const RecordType* type = recordTypeOfEntry(entry.name))
-        return decodeRecords(*type, bytes, size);
+    if (json_object* records = decodeEntryRecords(entry.name, bytes, size)) return records;
     static const char kHex[] = "0123456789ABCDEF";
     std::string hex;
     for (size_t i = 0; i < size; ++i) {
@@ -89,8 +88,8 @@ json_object* entryToJson(const apiCfgPlusEntry& entry, bool topLevel) {
         json_object_object_add(out, "vns", json_object_new_int(entry.vns));
     }
     if (entry.type == CFG_BYTES) {
-        if (const RecordType* type = recordTypeOfEntry(entry.name))
-            json_object_object_add(out, "record", json_object_new_string(type->name));
+        if (const char* record = recordNameOfEntry(entry.name))
+            json_object_object_add(out, "record", json_object_new_string(record));
     }
     json_object_object_add(out, "value", entryValue(entry));
     return out;

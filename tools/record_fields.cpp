@@ -2,6 +2,7 @@
 #include "record_fields.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <string>
 
@@ -21,10 +22,116 @@ namespace {
             nested                                                                               \
     }
 
-// Its layout is not described on this branch; shown as raw bytes.
-const RecordType kFilterRule = {"FILTER_RULE_ENTRY",
-                                sizeof(FILTER_RULE_ENTRY),
-                                {JCP_FIELD(FILTER_RULE_ENTRY, bytes, FieldFormat::Hex)}};
+const RecordType kFilterRule = {
+    "FILTER_RULE_ENTRY",
+    sizeof(FILTER_RULE_ENTRY),
+    {JCP_FIELD(FILTER_RULE_ENTRY, precedence, FieldFormat::Unsigned),
+     JCP_FIELD(FILTER_RULE_ENTRY, r_mac, FieldFormat::Mac),
+     JCP_FIELD(FILTER_RULE_ENTRY, r_macmask, FieldFormat::Mac),
+     JCP_FIELD(FILTER_RULE_ENTRY, r_ip6addr, FieldFormat::Ipv6),
+     JCP_FIELD(FILTER_RULE_ENTRY, r_ipaddr, FieldFormat::Ipv4NetworkOrder),
+     JCP_FIELD(FILTER_RULE_ENTRY, r_filter_flags, FieldFormat::Unsigned),
+     JCP_FIELD(FILTER_RULE_ENTRY, r_action_flags, FieldFormat::Unsigned),
+     JCP_FIELD(FILTER_RULE_ENTRY, r_eth_type, FieldFormat::Unsigned),
+     JCP_FIELD(FILTER_RULE_ENTRY, r_ipmasklen, FieldFormat::Unsigned),
+     JCP_FIELD(FILTER_RULE_ENTRY, r_protocol, FieldFormat::Unsigned),
+     JCP_FIELD(FILTER_RULE_ENTRY, r_tos, FieldFormat::Unsigned),
+     JCP_FIELD(FILTER_RULE_ENTRY, r_tosmask_prio, FieldFormat::Unsigned),
+     JCP_FIELD(FILTER_RULE_ENTRY, r_port_min, FieldFormat::Unsigned),
+     JCP_FIELD(FILTER_RULE_ENTRY, r_port_max, FieldFormat::Unsigned),
+     JCP_FIELD(FILTER_RULE_ENTRY, r_action_vlanid, FieldFormat::Unsigned),
+     JCP_FIELD(FILTER_RULE_ENTRY, r_app_sig_disp_id, FieldFormat::Unsigned),
+     JCP_FIELD(FILTER_RULE_ENTRY, r_app_sig_group_id, FieldFormat::Unsigned),
+     JCP_FIELD(FILTER_RULE_ENTRY, r_fixed_app_id, FieldFormat::Unsigned),
+     JCP_FIELD(FILTER_RULE_ENTRY, cos_tos, FieldFormat::Unsigned),
+     JCP_FIELD(FILTER_RULE_ENTRY, cos_tosmask, FieldFormat::Unsigned),
+     JCP_FIELD(FILTER_RULE_ENTRY, cos_prio_txq, FieldFormat::Unsigned),
+     JCP_FIELD(FILTER_RULE_ENTRY, cos_rates, FieldFormat::Unsigned)}};
+
+// A service's rule: the data path's fields at the same offsets, then the extended action word,
+// shown flat so a script reads every rule field at one level.
+static_assert(offsetof(apiCfgPlusFilterRule, rule) == 0, "the rule leads the service's record");
+const RecordType kServiceFilterRule = {
+    "apiCfgPlusFilterRule", sizeof(apiCfgPlusFilterRule), [] {
+        std::vector<FieldDesc> fields = kFilterRule.fields;
+        fields.push_back(
+            JCP_FIELD(apiCfgPlusFilterRule, r_ext_action_flags, FieldFormat::Unsigned));
+        return fields;
+    }()};
+
+const RecordType kCos = {"ap_cos_entry",
+                         sizeof(ap_cos_entry),
+                         {JCP_FIELD(ap_cos_entry, r_flags, FieldFormat::Unsigned),
+                          JCP_FIELD(ap_cos_entry, r_tos, FieldFormat::Unsigned),
+                          JCP_FIELD(ap_cos_entry, r_tosmask, FieldFormat::Unsigned),
+                          JCP_FIELD(ap_cos_entry, r_prio_txq, FieldFormat::Unsigned),
+                          JCP_FIELD(ap_cos_entry, r_rates, FieldFormat::Unsigned)}};
+
+const RecordType kExtApp = {"EXT_APP_CONFIG",
+                            sizeof(EXT_APP_CONFIG),
+                            {JCP_FIELD(EXT_APP_CONFIG, dispName, FieldFormat::Text),
+                             JCP_FIELD(EXT_APP_CONFIG, matchStr, FieldFormat::Text),
+                             JCP_FIELD(EXT_APP_CONFIG, dispId, FieldFormat::Unsigned),
+                             JCP_FIELD(EXT_APP_CONFIG, appId, FieldFormat::Unsigned),
+                             JCP_FIELD(EXT_APP_CONFIG, groupId, FieldFormat::Unsigned)}};
+
+const RecordType kCellNet = {"_3GPP_CELL_NET",
+                             sizeof(_3GPP_CELL_NET),
+                             {JCP_FIELD(_3GPP_CELL_NET, mcc, FieldFormat::Text),
+                              JCP_FIELD(_3GPP_CELL_NET, mnc, FieldFormat::Text)}};
+
+const RecordType kEapMethod = {"EAP_METHOD",
+                               sizeof(EAP_METHOD),
+                               {JCP_FIELD(EAP_METHOD, index, FieldFormat::Unsigned),
+                                JCP_FIELD(EAP_METHOD, method, FieldFormat::Unsigned),
+                                JCP_FIELD(EAP_METHOD, auth_type, FieldFormat::Unsigned),
+                                JCP_FIELD(EAP_METHOD, auth_val, FieldFormat::Unsigned)}};
+
+const RecordType kNaiRealm = {
+    "NAI_REALM",
+    sizeof(NAI_REALM),
+    {JCP_FIELD(NAI_REALM, realm_name, FieldFormat::Text),
+     JCP_FIELD(NAI_REALM, eap_count, FieldFormat::Unsigned),
+     JCP_ARRAY(NAI_REALM, eap_method, FieldFormat::Records, "eap_count", &kEapMethod)}};
+
+const RecordType kNameLang = {
+    "NAME_LANG",
+    sizeof(NAME_LANG),
+    {JCP_FIELD(NAME_LANG, code, FieldFormat::Text), JCP_FIELD(NAME_LANG, name, FieldFormat::Text)}};
+
+const RecordType kConnCap = {"CONN_CAP",
+                             sizeof(CONN_CAP),
+                             {JCP_FIELD(CONN_CAP, protocol, FieldFormat::Unsigned),
+                              JCP_FIELD(CONN_CAP, port, FieldFormat::Unsigned),
+                              JCP_FIELD(CONN_CAP, status, FieldFormat::Unsigned)}};
+
+const RecordType kIcon = {"jsonHS2Icon",
+                          sizeof(jsonHS2Icon),
+                          {JCP_FIELD(jsonHS2Icon, width, FieldFormat::Unsigned),
+                           JCP_FIELD(jsonHS2Icon, height, FieldFormat::Unsigned),
+                           JCP_FIELD(jsonHS2Icon, code, FieldFormat::Text),
+                           JCP_FIELD(jsonHS2Icon, icon_name, FieldFormat::Text),
+                           JCP_FIELD(jsonHS2Icon, icon_data, FieldFormat::Unsigned),
+                           JCP_FIELD(jsonHS2Icon, icon_data_len, FieldFormat::Unsigned)}};
+
+const RecordType kOsuProvider = {
+    "OSU_SP",
+    sizeof(OSU_SP),
+    {JCP_FIELD(OSU_SP, name_count, FieldFormat::Unsigned),
+     JCP_FIELD(OSU_SP, description_count, FieldFormat::Unsigned),
+     JCP_FIELD(OSU_SP, icon_count, FieldFormat::Unsigned),
+     JCP_FIELD(OSU_SP, osu_method_count, FieldFormat::Unsigned),
+     JCP_ARRAY(OSU_SP, name_lang, FieldFormat::Records, "name_count", &kNameLang),
+     JCP_ARRAY(OSU_SP, description_lang, FieldFormat::Records, "description_count", &kNameLang),
+     JCP_ARRAY(OSU_SP, icons, FieldFormat::Records, "icon_count", &kIcon),
+     JCP_FIELD(OSU_SP, osu_nai, FieldFormat::Text),
+     JCP_FIELD(OSU_SP, osu_server_uri, FieldFormat::Text),
+     JCP_ARRAY(OSU_SP, osu_method_list, FieldFormat::Unsigned, "osu_method_count", nullptr)}};
+
+const RecordType kOsuProviderList = {"OSU_SP_LIST",
+                                     sizeof(OSU_SP_LIST),
+                                     {JCP_FIELD(OSU_SP_LIST, count, FieldFormat::Unsigned),
+                                      JCP_FIELD(OSU_SP_LIST, icon_bytes, FieldFormat::Unsigned)}};
 
 const RecordType kGreEndPoint = {"GRE_END_POINT",
                                  sizeof(GRE_END_POINT),
@@ -62,16 +169,36 @@ const RecordType kArpGuard = {
 #undef JCP_FIELD
 #undef JCP_ARRAY
 
-// Entries whose bytes are records, by entry name.
+// Entries whose bytes are records, by entry name. A value with a head record starts with it;
+// the head's count field says how many records follow.
 struct RecordEntry {
     const char* entryName;
     const RecordType* type;
+    const RecordType* head;
+    const char* headCount;
 };
 
 const RecordEntry kRecordEntries[] = {
-    {"cen_topologies", &kTopology},
-    {"cen_arp_guard_acl", &kArpGuard},
+    {"cen_topologies", &kTopology, nullptr, nullptr},
+    {"cen_arp_guard_acl", &kArpGuard, nullptr, nullptr},
+    {"cen_filter_rules", &kServiceFilterRule, nullptr, nullptr},
+    {"cen_default_cos", &kCos, nullptr, nullptr},
+    {"cen_ext_applications", &kExtApp, nullptr, nullptr},
+    {"passpoint_policy/cen_plmnid", &kCellNet, nullptr, nullptr},
+    {"passpoint_policy/cen_nai_realm", &kNaiRealm, nullptr, nullptr},
+    {"passpoint_policy/cen_venue_name_lang", &kNameLang, nullptr, nullptr},
+    {"passpoint_policy/cen_operator_name_lang", &kNameLang, nullptr, nullptr},
+    {"passpoint_policy/cen_cc_variable", &kConnCap, nullptr, nullptr},
+    {"passpoint_policy/cen_osu_provider", &kOsuProvider, &kOsuProviderList, "count"},
 };
+
+const RecordEntry* findEntry(const char* entryName) {
+    if (entryName == nullptr) return nullptr;
+    for (const RecordEntry& entry : kRecordEntries) {
+        if (std::strcmp(entry.entryName, entryName) == 0) return &entry;
+    }
+    return nullptr;
+}
 
 // Little-endian, whatever the host's byte order: the records are the AP's.
 uint64_t readLittleEndian(const uint8_t* at, size_t width) {
@@ -118,6 +245,18 @@ json_object* decodeItem(const FieldDesc& field, const uint8_t* at) {
         }
         case FieldFormat::Ipv4NetworkOrder:
             return json_object_new_string(dotted(at[0], at[1], at[2], at[3]).c_str());
+        case FieldFormat::Ipv6: {
+            std::string text;
+            for (size_t i = 0; i + 1 < field.width; i += 2)
+                text += (i == 0 ? "" : ":") + hexBytes(at + i, 2);
+            return json_object_new_string(text.c_str());
+        }
+        case FieldFormat::Mac: {
+            std::string text;
+            for (size_t i = 0; i < field.width; ++i)
+                text += (i == 0 ? "" : ":") + hexBytes(at + i, 1);
+            return json_object_new_string(text.c_str());
+        }
         case FieldFormat::Text:
             return json_object_new_string_len(
                 reinterpret_cast<const char*>(at),
@@ -130,15 +269,16 @@ json_object* decodeItem(const FieldDesc& field, const uint8_t* at) {
     return nullptr;
 }
 
-// How many items of an array field are in use: its count field, within the capacity.
-size_t itemsInUse(const RecordType& type, const FieldDesc& field, const uint8_t* record) {
-    if (field.countField == nullptr) return field.count;
+// The value of the record's count field, within capacity; capacity when there is none.
+size_t itemsInUse(const RecordType& type, const char* countField, const uint8_t* record,
+                  size_t capacity) {
+    if (countField == nullptr) return capacity;
     for (const FieldDesc& other : type.fields) {
-        if (std::strcmp(other.name, field.countField) != 0) continue;
+        if (std::strcmp(other.name, countField) != 0) continue;
         uint64_t used = readLittleEndian(record + other.offset, other.width);
-        return static_cast<size_t>(std::min<uint64_t>(used, field.count));
+        return static_cast<size_t>(std::min<uint64_t>(used, capacity));
     }
-    return field.count;
+    return capacity;
 }
 
 json_object* decodeRecord(const RecordType& type, const uint8_t* record) {
@@ -150,7 +290,7 @@ json_object* decodeRecord(const RecordType& type, const uint8_t* record) {
             continue;
         }
         json_object* items = json_object_new_array();
-        size_t used = itemsInUse(type, field, record);
+        size_t used = itemsInUse(type, field.countField, record, field.count);
         for (size_t i = 0; i < used; ++i)
             json_object_array_add(items, decodeItem(field, at + i * field.width));
         json_object_object_add(out, field.name, items);
@@ -158,22 +298,40 @@ json_object* decodeRecord(const RecordType& type, const uint8_t* record) {
     return out;
 }
 
-}  // namespace
-
-const RecordType* recordTypeOfEntry(const char* entryName) {
-    if (entryName == nullptr) return nullptr;
-    for (const RecordEntry& entry : kRecordEntries) {
-        if (std::strcmp(entry.entryName, entryName) == 0) return entry.type;
-    }
-    return nullptr;
-}
-
-json_object* decodeRecords(const RecordType& type, const uint8_t* bytes, size_t size) {
+// At most limit whole records of the bytes, as an array.
+json_object* decodeRecordArray(const RecordType& type, const uint8_t* bytes, size_t size,
+                               size_t limit) {
     json_object* records = json_object_new_array();
-    for (size_t at = 0; bytes != nullptr && type.size > 0 && at + type.size <= size;
-         at += type.size)
+    for (size_t at = 0; limit > 0 && at + type.size <= size; at += type.size, --limit)
         json_object_array_add(records, decodeRecord(type, bytes + at));
     return records;
+}
+
+}  // namespace
+
+const char* recordNameOfEntry(const char* entryName) {
+    const RecordEntry* entry = findEntry(entryName);
+    if (entry == nullptr) return nullptr;
+    return entry->head != nullptr ? entry->head->name : entry->type->name;
+}
+
+json_object* decodeEntryRecords(const char* entryName, const uint8_t* bytes, size_t size) {
+    const RecordEntry* entry = findEntry(entryName);
+    if (entry == nullptr) return nullptr;
+    if (bytes == nullptr) size = 0;
+    if (entry->head == nullptr) return decodeRecordArray(*entry->type, bytes, size, SIZE_MAX);
+    const RecordType& head = *entry->head;
+    if (size < head.size) return json_object_new_object();
+    json_object* out = decodeRecord(head, bytes);
+    size_t count = itemsInUse(head, entry->headCount, bytes, SIZE_MAX);
+    json_object_object_add(
+        out, "records",
+        decodeRecordArray(*entry->type, bytes + head.size, size - head.size, count));
+    size_t available = (size - head.size) / entry->type->size;
+    size_t end = head.size + std::min(count, available) * entry->type->size;
+    json_object_object_add(out, "data",
+                           json_object_new_string(hexBytes(bytes + end, size - end).c_str()));
+    return out;
 }
 
 }  // namespace tool

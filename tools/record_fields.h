@@ -17,6 +17,8 @@ enum class FieldFormat {
     Bool,              // non-zero is true
     Ipv4HostOrder,     // a 32-bit number, shown dotted
     Ipv4NetworkOrder,  // four bytes in address order, shown dotted
+    Ipv6,              // sixteen bytes in address order, shown as hex groups
+    Mac,               // six bytes, shown "00:11:22:33:44:55"
     Text,              // zero-terminated within the field
     Hex,               // raw bytes
     Records,           // nested records of FieldDesc::nested
@@ -40,10 +42,13 @@ struct RecordType {
     std::vector<FieldDesc> fields;
 };
 
-// The record type an entry carries, by the entry's name; null when it carries none.
-const RecordType* recordTypeOfEntry(const char* entryName);
-// Every whole record in the bytes, each an object of its fields, in field order.
-json_object* decodeRecords(const RecordType& type, const uint8_t* bytes, size_t size);
+// The name of the record an entry carries (of its head record when it has one), by the
+// entry's name; null when it carries none.
+const char* recordNameOfEntry(const char* entryName);
+// The entry's bytes decoded: an array of its records, each an object of its fields in field
+// order; for a value with a head record, an object of the head's fields, "records" and "data"
+// (the bytes after the records, in hex). Null when the entry carries no record.
+json_object* decodeEntryRecords(const char* entryName, const uint8_t* bytes, size_t size);
 
 }  // namespace tool
 
