@@ -16,7 +16,7 @@ fail() {
 check_package() {
     local name=$1 deb info contents
     shift
-    deb=$(ls "$dir"/"${name}"_*_"$arch".deb 2>/dev/null | head -n 1)
+    deb=$(ls "$dir"/"${name}"_*_"$arch".deb 2>/dev/null | head -n 1 || true)
     if [ -z "$deb" ]; then
         fail "no package $name in $dir"
         return
