@@ -3,6 +3,7 @@ JOBS ?= 2
 CMAKE_FLAGS ?=
 
 .PHONY: all deps deps-m32 build demo test check check-asan check-m32 bench format clean
+.PHONY: deps-armhf check-armhf check-consumer deps-deb deb
 
 all: build
 
@@ -22,7 +23,7 @@ demo: build
 test: build
 	cd build && ctest --output-on-failure -j $(JOBS)
 
-check: check-asan check-m32
+check: check-asan check-m32 check-armhf check-consumer deb
 
 check-asan: deps
 	cmake -S . -B build-asan -DCMAKE_BUILD_TYPE=Debug -DJCP_SANITIZE=ON $(CMAKE_FLAGS)
@@ -36,6 +37,31 @@ check-m32: deps-m32
 	cmake --build build-m32 -j $(JOBS)
 	cd build-m32 && ctest --output-on-failure -j $(JOBS)
 
+deps-armhf:
+	@scripts/install-deps.sh armhf
+
+# The AP's own target: cross-built for 32-bit ARM, every test run under qemu-user.
+check-armhf: deps-armhf
+	cmake -S . -B build-armhf -DCMAKE_BUILD_TYPE=Debug -DJCP_BUILD_BENCH=OFF \
+	  -DCMAKE_TOOLCHAIN_FILE=cmake/armhf-toolchain.cmake $(CMAKE_FLAGS)
+	cmake --build build-armhf -j $(JOBS)
+	cd build-armhf && ctest --output-on-failure -j $(JOBS)
+
+# A firmware build's view: install into a temporary prefix, build C and C++ callers against it.
+check-consumer: build
+	tests/consumer/check.sh build
+
+deps-deb:
+	@scripts/install-deps.sh deb
+
+# Debian packages of the library, its development files and the tool, checked by lintian.
+deb: deps-deb
+	cmake -S . -B build-deb -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_INSTALL_PREFIX=/usr \
+	  -DJCP_PACKAGE_DEB=ON -DJCP_BUILD_TESTS=OFF -DJCP_BUILD_BENCH=OFF $(CMAKE_FLAGS)
+	cmake --build build-deb -j $(JOBS)
+	cd build-deb && cpack
+	scripts/check-deb.sh build-deb
+
 bench: build
 	./build/bench/jsoncfgplus_bench
 
@@ -43,4 +69,4 @@ format:
 	clang-format -i $$(git ls-files '*.h' '*.cpp' '*.c')
 
 clean:
-	rm -rf build build-asan build-m32
+	rm -rf build build-asan build-m32 build-armhf build-deb

@@ -1,12 +1,27 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build and the tests need, and nothing when all are present.
-# Usage: scripts/install-deps.sh [m32]   (m32 adds the i386 libraries of the 32-bit check build)
+# Usage: scripts/install-deps.sh [m32|armhf|deb]
+#   m32    adds the i386 libraries of the 32-bit check build
+#   armhf  adds the ARM cross compiler, the armhf libraries and qemu to run the tests under
+#   deb    adds what building and checking the Debian packages needs
 set -u
 
 packages=(cmake make g++ pkg-config libjson-c-dev libhiredis-dev libtinyxml2-dev
           libgtest-dev googletest libbenchmark-dev redis-server)
 if [ "${1:-}" = "m32" ]; then
-    packages+=(g++-multilib libjson-c-dev:i386 libhiredis-dev:i386 libtinyxml2-dev:i386)
+    # The versioned multilib package: the unversioned one conflicts with the ARM cross compiler.
+    packages+=(g++-12-multilib libjson-c-dev:i386 libhiredis-dev:i386 libtinyxml2-dev:i386)
+fi
+foreign=""
+[ "${1:-}" = "m32" ] && foreign=i386
+if [ "${1:-}" = "armhf" ]; then
+    foreign=armhf
+    # GoogleTest comes as source (googletest) and is built for the target by the cross build.
+    packages+=(g++-arm-linux-gnueabihf qemu-user libjson-c-dev:armhf libhiredis-dev:armhf
+               libtinyxml2-dev:armhf libstdc++6:armhf)
+fi
+if [ "${1:-}" = "deb" ]; then
+    packages+=(dpkg-dev file lintian)
 fi
 
 native=$(dpkg --print-architecture)
@@ -31,9 +46,10 @@ echo "install-deps: installing ${missing[*]}"
 sudo=""
 [ "$(id -u)" -ne 0 ] && sudo="sudo"
 export DEBIAN_FRONTEND=noninteractive
-if [ "${1:-}" = "m32" ] && ! dpkg --print-foreign-architectures | grep -qx i386; then
-    $sudo dpkg --add-architecture i386
+if [ -n "$foreign" ] && ! dpkg --print-foreign-architectures | grep -qx "$foreign"; then
+    $sudo dpkg --add-architecture "$foreign"
 fi
 # A package index that cannot be refreshed is not fatal: the cached one may still do.
 $sudo apt-get update -q || echo "install-deps: apt-get update failed, using the cached index"
-$sudo apt-get install -y -q --no-install-recommends "${missing[@]}"
+# Another build may be installing at the same time: wait for its dpkg lock rather than fail.
+$sudo apt-get install -y -q --no-install-recommends -o DPkg::Lock::Timeout=600 "${missing[@]}"

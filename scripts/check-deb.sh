@@ -1,0 +1,64 @@
+#!/usr/bin/env bash
+# Checks the Debian packages that `make deb` built: each one's control data and contents as
+# dpkg-deb reads them, then lintian, which must report no errors.
+# Usage: scripts/check-deb.sh BUILD_DIR
+set -euo pipefail
+dir=$1
+arch=$(dpkg --print-architecture)
+failures=0
+
+fail() {
+    echo "check-deb: $*" >&2
+    failures=$((failures + 1))
+}
+
+# package name, then one extended regular expression per line that must match its listing
+check_package() {
+    local name=$1 deb info contents
+    shift
+    deb=$(ls "$dir"/"${name}"_*_"$arch".deb 2>/dev/null | head -n 1 || true)
+    if [ -z "$deb" ]; then
+        fail "no package $name in $dir"
+        return
+    fi
+    info=$(dpkg-deb --info "$deb")
+    contents=$(dpkg-deb --contents "$deb")
+    for pattern in "$@"; do
+        grep -Eq -- "$pattern" <<<"$info"$'\n'"$contents" || fail "$name: nothing matches '$pattern'"
+    done
+    echo "check-deb: $(basename "$deb") checked"
+}
+
+multiarch=$(dpkg-architecture -qDEB_HOST_MULTIARCH)
+lib="usr/lib/$multiarch"
+check_package libjsoncfgplus1 \
+    "^ Package: libjsoncfgplus1$" "^ Section: libs$" \
+    "^ Depends: .*libjson-c[0-9]" "^ Depends: .*libhiredis[0-9.]+" "^ Depends: .*libtinyxml2-[0-9]+" \
+    "^ +[0-9]+ bytes, +[0-9]+ lines +shlibs" "^ +[0-9]+ bytes, +[0-9]+ lines +triggers" \
+    " \./$lib/libjsoncfgplus\.so\.1\.0\.0$" " \./$lib/libjsoncfgplus\.so\.1 -> libjsoncfgplus\.so\.1\.0\.0$" \
+    " \./usr/share/doc/libjsoncfgplus1/copyright$"
+check_package libjsoncfgplus-dev \
+    "^ Package: libjsoncfgplus-dev$" "^ Section: libdevel$" \
+    "^ Depends: libjsoncfgplus1 \(= [0-9.]+-1\), libjson-c-dev, libhiredis-dev, libtinyxml2-dev" \
+    " \./usr/include/jsoncfgplus/api/jsoncfgplus\.h$" " \./$lib/libjsoncfgplus\.a$" \
+    " \./$lib/libjsoncfgplus\.so -> libjsoncfgplus\.so\.1$" " \./$lib/pkgconfig/jsoncfgplus\.pc$" \
+    " \./$lib/cmake/jsoncfgplus/jsoncfgplusConfig\.cmake$"
+check_package jsoncfgplus \
+    "^ Package: jsoncfgplus$" "^ Section: utils$" \
+    "^ Depends: .*libjson-c[0-9]" "^ Depends: .*libhiredis[0-9.]+" "^ Depends: .*libtinyxml2-[0-9]+" \
+    " \./usr/bin/jsoncfgplus$"
+
+# The runtime package must hold no development file, nor the tool's package a library.
+dpkg-deb --contents "$dir"/libjsoncfgplus1_*.deb | grep -Eq '\.(h|a|pc)$|\.so$|cmake' &&
+    fail "libjsoncfgplus1 holds development files"
+dpkg-deb --contents "$dir"/jsoncfgplus_*.deb | grep -q '\.so' &&
+    fail "jsoncfgplus holds a library"
+
+if ! lintian --fail-on error "$dir"/*.deb; then
+    fail "lintian reports errors"
+fi
+if [ "$failures" -ne 0 ]; then
+    echo "check-deb: $failures failure(s)" >&2
+    exit 1
+fi
+echo "check-deb: three packages, no lintian error"

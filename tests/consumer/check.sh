@@ -1,0 +1,33 @@
+#!/usr/bin/env bash
+# Installs a built tree into a temporary prefix, moves it (the installed files must not depend
+# on where they were put), then builds and runs the consumer programs against it, once through
+# pkg-config and once through find_package(jsoncfgplus).
+# Usage: tests/consumer/check.sh BUILD_DIR
+set -euo pipefail
+build=$(cd "$1" && pwd)
+here=$(cd "$(dirname "$0")" && pwd)
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+cmake --install "$build" --prefix "$work/staged" >/dev/null
+mv "$work/staged" "$work/prefix"
+prefix="$work/prefix"
+pcdir=$(dirname "$(find "$prefix" -name jsoncfgplus.pc)")
+libdir=$(dirname "$pcdir")
+
+echo "consumer: pkg-config from $pcdir"
+export PKG_CONFIG_PATH="$pcdir"
+cc -std=c11 -Wall -Werror "$here/consumer.c" -o "$work/pc_c" \
+    $(pkg-config --cflags --libs jsoncfgplus)
+c++ -std=c++17 -Wall -Werror "$here/consumer.cpp" -o "$work/pc_cpp" \
+    $(pkg-config --cflags --libs jsoncfgplus)
+LD_LIBRARY_PATH="$libdir" "$work/pc_c" >/dev/null
+LD_LIBRARY_PATH="$libdir" "$work/pc_cpp"
+
+echo "consumer: find_package(jsoncfgplus) from $prefix"
+unset PKG_CONFIG_PATH
+cmake -S "$here" -B "$work/cm" -DCMAKE_PREFIX_PATH="$prefix" >/dev/null
+cmake --build "$work/cm" >/dev/null
+"$work/cm/consumer_c" >/dev/null
+"$work/cm/consumer_cpp"
+echo "consumer: the C and C++ programs built and ran, through pkg-config and find_package"
