@@ -67,7 +67,8 @@ class RuleJudge {
             std::string message = lastLine(captured.substr(v.from, v.to - v.from));
             if (!v.thrown.empty()) {
                 if (!message.empty()) message += "; ";
-                message += "the filter step throws (" + v.thrown + "), so nothing is translated";
+                message +=
+                    "the filter step throws (" + v.thrown + "), so the document is not translated";
             }
             if (message.empty()) message = "the filter converter refuses it";
             if (v.error) {
@@ -82,8 +83,9 @@ class RuleJudge {
     static std::string lastLine(const std::string& text) {
         size_t end = text.find_last_not_of('\n');
         if (end == std::string::npos) return "";
-        size_t start = text.rfind('\n', end);
-        return text.substr(start == std::string::npos ? 0 : start + 1, end - start);
+        size_t newline = text.rfind('\n', end);
+        size_t begin = newline == std::string::npos ? 0 : newline + 1;
+        return text.substr(begin, end + 1 - begin);
     }
 
     tool::StdoutCapture& m_capture;
