@@ -154,6 +154,8 @@ const PlantedCase kPlanted[] = {
       {"error", "/app_policy/0/rule_entry/0", "no canned_app or app_category"},
       {"error", "/app_policy/0/rule_entry/1", "precedence: 31"},
       {"error", "/dns_whitelist/0/entry/1", "DNS white-list entry of the captive portal"},
+      {"warning", "/captive_portal/1", "nothing refers to it"},
+      {"warning", "/captive_portal/1/cen_http_ports", "captive portal is not valid: null"},
       {"error", "/captive_portal/0/cen_http_ports",
        "HTTP port of the captive portal is not "
        "valid: 70000"}}},

@@ -166,8 +166,8 @@ void judgeRules(const Context& ctx, cfgPlusApiConverter& converter, const RuleSo
 // through the step itself, on a service that holds nothing else.
 void judgeHttpPorts(const Context& ctx, cfgPlusApiConverter& converter, RuleJudge& judge) {
     forEachItem(ctx, "captive_portal", [&](json_object* portal, const std::string& at) {
-        json_object* ports = jsonCfgObj::getJsonObject("cen_http_ports", portal);
-        if (ports == nullptr) return;
+        // Present even as null: the walk makes a null element of it, which the step refuses.
+        if (!json_object_object_get_ex(portal, "cen_http_ports", nullptr)) return;
         vns_entry service;
         jsonCfgPlus::walk(portal, "captive_portal", {"cen_http_ports"}, {}, service.elements);
         judge.judge(pointerTo(at, "cen_http_ports"), ctx.isReferenced(portal),
