@@ -5,6 +5,7 @@
 #include <sys/wait.h>
 
 #include <cstdlib>
+#include <cstring>
 #include <iterator>
 #include <map>
 #include <memory>
@@ -19,10 +20,11 @@ struct ToolRun {
     std::string out;
 };
 
-ToolRun runTool(const std::string& args) {
+// Runs the tool in directory cwd, or in the test's own when empty.
+ToolRun runTool(const std::string& args, const std::string& cwd = "") {
     testsupport::TempDir dir;
-    std::string command = std::string(JCP_TOOL_PATH) + " " + args + " </dev/null >" +
-                          dir.file("out") + " 2>/dev/null";
+    std::string command = (cwd.empty() ? "" : "cd " + cwd + " && ") + JCP_TOOL_PATH + " " + args +
+                          " </dev/null >" + dir.file("out") + " 2>/dev/null";
     int raw = std::system(command.c_str());
     ToolRun run;
     run.status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
@@ -133,6 +135,30 @@ const PlantedCase kPlanted[] = {
       {"error", "/profile/0/interface/2/dtim", "read as an array of integers"},
       {"error", "/profile/0/interface/2/wlanbssmap/0/bss", "read as an integer"},
       {"error", "/wlan/0/vlans/0/vlan", "is a decimal number"}}},
+    // Every invalid rule of every kind, each at its own pointer; an unused ACL's only warns.
+    {"rules.json",
+     {{"warning", "/mac_acl/1", "nothing refers to it"},
+      {"warning", "/mac_acl/2", "nothing refers to it"},
+      {"warning", "/mac_acl/0/mac_rules/2", "null is not a rule"},
+      {"error", "/mac_acl/2/mac_rules", "without rule objects"},
+      {"error", "/mac_acl/0/mac_rules/1",
+       "MAC address in the MAC ACL is not valid: 00-11-22-33-44"},
+      {"error", "/mac_acl/0/mac_rules/3", "Source and Dest MAC not the same"},
+      {"error", "/mac_acl/0/mac_rules/4", "the filter step throws"},
+      {"warning", "/mac_acl/1/mac_rules/0", "Precedence in the ACL rule is not valid: -1"},
+      {"error", "/ip_acl/0/ip_rules/0", "IP address in the IP ACL is not valid: 10.0.0.0/33"},
+      {"error", "/ip_acl/0/ip_rules/1", "Port in the IP ACL is not valid: 90-80"},
+      {"error", "/ip_acl/0/ip_rules/2", "vlan: 4095 is not valid in rule with precedence: 12"},
+      {"error", "/ipv6_acl/0/ip_rules/0", "Action in the ACL rule is not valid: 1"},
+      {"error", "/ipv6_acl/0/ip_rules/1", "IP address in the IP ACL is not valid: fe80::1/129"},
+      {"error", "/app_policy/0/rule_entry/0", "no canned_app or app_category"},
+      {"error", "/app_policy/0/rule_entry/1", "precedence: 31"},
+      {"error", "/dns_whitelist/0/entry/1", "DNS white-list entry of the captive portal"},
+      {"warning", "/captive_portal/1", "nothing refers to it"},
+      {"warning", "/captive_portal/1/cen_http_ports", "captive portal is not valid: null"},
+      {"error", "/captive_portal/0/cen_http_ports",
+       "HTTP port of the captive portal is not "
+       "valid: 70000"}}},
 };
 
 TEST(LintTool, ReportsEachPlantedProblemOnceAtItsPointer) {
@@ -201,6 +227,35 @@ TEST(LintTool, HostileInputEndsWithAVerdict) {
     }
 }
 
+// What lint says of a rule is what the build itself prints when it refuses the document.
+TEST(LintTool, RuleMessagesAreTheBuildsOwn) {
+    const char* rows[][3] = {
+        {"\"smac\": \"00-de-ad-be-ef-00\"", "\"smac\": \"00-de-ad-be-ef\"",
+         "/mac_acl/0/mac_rules/0"},
+        {"\"low_dport\": 22", "\"low_dport\": 70000", "/ipv6_acl/0/ip_rules/0"},
+        {"\"canned_app\": \"BitTorrent\"", "\"canned_app\": 7", "/app_policy/0/rule_entry/0"},
+        {"\"80,8080\"", "\"80,-1\"", "/captive_portal/0/cen_http_ports"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row[2]);
+        testsupport::TempDir dir;
+        std::string doc = testsupport::readFile(example());
+        size_t pos = doc.find(row[0]);
+        ASSERT_NE(pos, std::string::npos);
+        testsupport::writeFile(dir.file("doc.json"), doc.replace(pos, strlen(row[0]), row[1]));
+        ToolRun lint = runTool("lint --json " + dir.file("doc.json"));
+        EXPECT_EQ(lint.status, 1);
+        Json report(json_tokener_parse(lint.out.c_str()));
+        json_object* problems = at(report.get(), "problems");
+        ASSERT_EQ(json_object_array_length(problems), 1u) << lint.out;
+        EXPECT_EQ(text(at(item(problems, 0), "pointer")), row[2]);
+        std::string message = text(at(item(problems, 0), "message"));
+        EXPECT_NE(runTool("dump " + dir.file("doc.json")).out.find(message + "\n"),
+                  std::string::npos)
+            << message;
+    }
+}
+
 // The example with one ACL rule, one WLAN and one topology changed.
 std::string changedExample(const testsupport::TempDir& dir) {
     std::string doc = testsupport::readFile(example());
@@ -209,7 +264,7 @@ std::string changedExample(const testsupport::TempDir& dir) {
         ASSERT_NE(at, std::string::npos) << from;
         doc.replace(at, from.size(), to);
     };
-    replace("\"dest_port\": 443", "\"dest_port\": 8443");
+    replace("\"low_dport\": 22 }", "\"low_dport\": 2222 }");
     replace("\"ssid\": \"Guest\"", "\"ssid\": \"Guest2\"");
     replace("\"hq-tunnel-secret\"", "\"hq-tunnel-rotated\"");
     testsupport::writeFile(dir.file("changed.json"), doc);
@@ -229,15 +284,20 @@ TEST(DiffTool, ReportsExactlyTheChangedFields) {
     Json report(json_tokener_parse(run.out.c_str()));
     json_object* changes = at(report.get(), "changes");
     ASSERT_NE(changes, nullptr) << run.out;
-    // Both radios carry the WLANs that use the ACL; the tunnel is both walked and a record.
+    // Both radios carry the WLANs that use the ACL; the tunnel and the rule are both walked
+    // elements and records (a lone low port is a one-port range).
     const char* expected[][4] = {
         {"global", "cen_if_vlans[2].remote_endpoint[0].ikev2_psk", "\"hq-tunnel-secret\"",
          "\"hq-tunnel-rotated\""},
         {"global", "cen_topologies[2].remote_endpoint[0].ikev2_psk", "\"hq-tunnel-secret\"",
          "\"hq-tunnel-rotated\""},
-        {"radio[0]/vns[0]", "ip_out_acl/ip_rules[0].dest_port", "443", "8443"},
+        {"radio[0]/vns[0]", "ipv6_in_acl/ip_rules[0].low_dport", "22", "2222"},
+        {"radio[0]/vns[0]", "cen_filter_rules[10].r_port_min", "22", "2222"},
+        {"radio[0]/vns[0]", "cen_filter_rules[10].r_port_max", "22", "2222"},
         {"radio[0]/vns[1]", "ssid", "\"Guest\"", "\"Guest2\""},
-        {"radio[1]/vns[0]", "ip_out_acl/ip_rules[0].dest_port", "443", "8443"},
+        {"radio[1]/vns[0]", "ipv6_in_acl/ip_rules[0].low_dport", "22", "2222"},
+        {"radio[1]/vns[0]", "cen_filter_rules[10].r_port_min", "22", "2222"},
+        {"radio[1]/vns[0]", "cen_filter_rules[10].r_port_max", "22", "2222"},
         {"radio[1]/vns[2]", "ssid", "\"Guest\"", "\"Guest2\""},
     };
     ASSERT_EQ(json_object_array_length(changes), std::size(expected)) << run.out;
@@ -299,6 +359,54 @@ TEST(DumpJson, EntriesAndRecordsFieldByField) {
     json_object* firstVns = item(at(dump.get(), "vns"), 0);
     EXPECT_EQ(json_object_get_int(at(firstVns, "radio")), 0);
     EXPECT_EQ(json_object_get_int(at(firstVns, "vns")), 0);
+    json_object* rules = nullptr;
+    for (size_t i = 0; i < json_object_array_length(at(firstVns, "entries")); ++i) {
+        json_object* entry = item(at(firstVns, "entries"), i);
+        if (text(at(entry, "name")) == "cen_filter_rules") rules = entry;
+    }
+    ASSERT_NE(rules, nullptr);
+    EXPECT_EQ(text(at(rules, "record")), "apiCfgPlusFilterRule");
+    EXPECT_EQ(text(at(item(at(rules, "value"), 0), "r_mac")), "00:DE:AD:BE:EF:00");
+    json_object* redirect = item(at(rules, "value"), 8);
+    EXPECT_EQ(json_object_get_int(at(redirect, "precedence")), 40);
+    EXPECT_EQ(text(at(redirect, "r_ipaddr")), "10.99.0.10");
+    EXPECT_EQ(json_object_get_int(at(redirect, "r_port_min")), 80);
+    EXPECT_EQ(json_object_get_int(at(redirect, "r_ext_action_flags")), 0x2000);
+    EXPECT_EQ(text(at(item(at(rules, "value"), 10), "r_ip6addr")),
+              "2001:0db8:0010:0000:0000:0000:0000:0000");
+}
+
+TEST(DumpJson, OsuProviderListKeepsItsHeadAndIconData) {
+    // The icons' paths are relative to the project's top directory.
+    ToolRun run = runTool("dump --json " + example(), std::string(JCP_EXAMPLES_DIR) + "/..");
+    ASSERT_EQ(run.status, 0);
+    Json dump(json_tokener_parse(run.out.c_str()));
+    json_object* osu = nullptr;
+    json_object* lists = at(dump.get(), "vns");
+    for (size_t i = 0; i < json_object_array_length(lists) && osu == nullptr; ++i) {
+        json_object* entries = at(item(lists, i), "entries");
+        for (size_t j = 0; j < json_object_array_length(entries); ++j) {
+            if (text(at(item(entries, j), "name")) == "passpoint_policy/cen_osu_provider")
+                osu = item(entries, j);
+        }
+    }
+    ASSERT_NE(osu, nullptr);
+    EXPECT_EQ(text(at(osu, "record")), "OSU_SP_LIST");
+    json_object* value = at(osu, "value");
+    EXPECT_EQ(json_object_get_int(at(value, "count")), 1);
+    json_object* provider = item(at(value, "records"), 0);
+    EXPECT_EQ(text(at(provider, "osu_server_uri")), "https://osu.example.com/signup/");
+    EXPECT_EQ(text(at(item(at(provider, "name_lang"), 1), "code")), "deu");
+    json_object* icons = at(provider, "icons");
+    ASSERT_EQ(json_object_array_length(icons), 2u);
+    size_t iconBytes =
+        testsupport::readFile(std::string(JCP_EXAMPLES_DIR) + "/hs20-icon.png").size();
+    EXPECT_EQ(json_object_get_int(at(value, "icon_bytes")), int(2 * iconBytes));
+    EXPECT_EQ(json_object_get_int(at(item(icons, 1), "icon_data_len")), int(iconBytes));
+    // The icon data follows the records; a PNG starts with its signature.
+    std::string data = text(at(value, "data"));
+    EXPECT_EQ(data.size(), 4 * iconBytes);
+    EXPECT_EQ(data.compare(0, 8, "89504E47"), 0);
 }
 
 }  // namespace

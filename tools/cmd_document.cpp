@@ -41,17 +41,20 @@ int dumpJson(const Args& args, const std::string& text) {
 
 }  // namespace
 
+void useSignatureDir(const Args& args) {
+    if (!args.hasOption("signature-dir")) return;
+    // The factory and live-update signature files under one directory, by their AP names.
+    std::string dir = args.option("signature-dir", "");
+    cfgPlusSignatureMaps::m_inst.setPaths(dir + "/appid.xml", dir + "/displaynames.xml",
+                                          dir + "/mergedAppid.xml",
+                                          dir + "/mergedDisplaynames.xml");
+}
+
 int runDump(int argc, char** argv) {
     Args args(argc, argv, {"no-convert", "trace", "save", "save-backup", "json"},
               {"signature-dir"});
     std::string text = readInput(args.positionals(1)[0]);
-    if (args.hasOption("signature-dir")) {
-        // The factory and live-update signature files under one directory, by their AP names.
-        std::string dir = args.option("signature-dir", "");
-        cfgPlusSignatureMaps::m_inst.setPaths(dir + "/appid.xml", dir + "/displaynames.xml",
-                                              dir + "/mergedAppid.xml",
-                                              dir + "/mergedDisplaynames.xml");
-    }
+    useSignatureDir(args);
     if (args.has("json")) return dumpJson(args, text);
     jsonCfgPlusCallback pipeline = args.has("no-convert") ? nullptr : kPipeline;
     apiCfgPlusResult* result =

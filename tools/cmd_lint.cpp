@@ -54,7 +54,9 @@ void printJson(const lint::Findings& findings) {
 }  // namespace
 
 int runLint(int argc, char** argv) {
-    Args args(argc, argv, {"json"}, {});
+    Args args(argc, argv, {"json"}, {"signature-dir"});
+    // Application rules are judged against the signatures the AP would have.
+    useSignatureDir(args);
     lint::Findings findings = lint::lintText(readInput(args.positionals(1)[0]));
     if (args.has("json")) {
         printJson(findings);

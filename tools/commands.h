@@ -2,6 +2,8 @@
 #ifndef JSONCFGPLUS_TOOLS_COMMANDS_H
 #define JSONCFGPLUS_TOOLS_COMMANDS_H
 
+#include "args.h"
+
 namespace tool {
 
 struct Command {
@@ -20,6 +22,9 @@ int runRedisTest(int argc, char** argv);
 int runDebugConfig(int argc, char** argv);
 int runLint(int argc, char** argv);
 int runDiff(int argc, char** argv);
+
+// "--signature-dir DIR": the application-signature files are read from DIR.
+void useSignatureDir(const Args& args);
 
 }  // namespace tool
 

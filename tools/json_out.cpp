@@ -1,13 +1,11 @@
 // A built result in JSON: entries with name, kind, radio, VNS and value; records field by field.
 #include "json_out.h"
 
-#include <unistd.h>
-
 #include <cstdio>
-#include <stdexcept>
 
 #include "model/entry_items.h"
 #include "record_fields.h"
+#include "stdout_capture.h"
 
 namespace tool {
 
@@ -117,35 +115,6 @@ json_object* listsToJson(int32_t count, const apiCfgPlusEntryArray* arrays, bool
     return lists;
 }
 
-// Standard output goes to a temporary file while fn runs; what was written is returned.
-template <typename Fn>
-std::string withStdoutCaptured(Fn fn) {
-    std::fflush(stdout);
-    FILE* capture = std::tmpfile();
-    if (capture == nullptr) throw std::runtime_error("cannot create a temporary file");
-    int saved = dup(STDOUT_FILENO);
-    dup2(fileno(capture), STDOUT_FILENO);
-    try {
-        fn();
-    } catch (...) {
-        std::fflush(stdout);
-        dup2(saved, STDOUT_FILENO);
-        close(saved);
-        std::fclose(capture);
-        throw;
-    }
-    std::fflush(stdout);
-    dup2(saved, STDOUT_FILENO);
-    close(saved);
-    std::string text;
-    std::rewind(capture);
-    char buffer[4096];
-    size_t got = 0;
-    while ((got = std::fread(buffer, 1, sizeof buffer, capture)) > 0) text.append(buffer, got);
-    std::fclose(capture);
-    return text;
-}
-
 }  // namespace
 
 void printJsonDocument(json_object* document) {
@@ -167,11 +136,10 @@ JsonPtr resultToJson(const apiCfgPlusResult& result) {
 
 JsonPtr buildToJson(const std::string& text, std::string& libraryOutput) {
     JsonPtr json;
-    libraryOutput = withStdoutCaptured([&] {
-        apiCfgPlusResult* result =
-            parseJsonCfgPlus(text.data(), static_cast<unsigned int>(text.size()),
-                             jsonCfgPlusParserCallback, 0, 0, 0);
-        if (result == nullptr) return;
+    StdoutCapture capture;
+    apiCfgPlusResult* result = parseJsonCfgPlus(text.data(), static_cast<unsigned int>(text.size()),
+                                                jsonCfgPlusParserCallback, 0, 0, 0);
+    if (result != nullptr) {
         try {
             json = resultToJson(*result);
         } catch (...) {
@@ -179,7 +147,8 @@ JsonPtr buildToJson(const std::string& text, std::string& libraryOutput) {
             throw;
         }
         freeJsonCfgPlus(result);
-    });
+    }
+    libraryOutput = capture.finish();
     return json;
 }
 

@@ -9,8 +9,6 @@
 
 namespace lint {
 
-AclRuleCheck g_aclRuleCheck = nullptr;
-
 void Findings::error(const std::string& pointer, const std::string& message) {
     m_problems.push_back(Problem{Severity::Error, pointer, message});
 }
@@ -228,7 +226,7 @@ Findings lintText(const std::string& text) {
     checkInterfaces(ctx, out);
     checkServices(ctx, out);
     checkTypes(ctx, out);
-    checkAclRules(ctx, out);
+    checkFilterRules(ctx, out);
     return out;
 }
 

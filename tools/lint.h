@@ -1,10 +1,9 @@
 // lint: every problem of a document in one run, each with a severity, the JSON Pointer of the
-// member it concerns and a one-line message. The checks read the JSON tree only; the library's
-// build is never run, so its output and results stay exactly as they are.
+// member it concerns and a one-line message. The checks read the JSON tree; the library's build
+// is never run, so its output and results stay exactly as they are. Only the filter rules are
+// judged by the library's own converter, its lines kept off standard output.
 #ifndef JSONCFGPLUS_TOOLS_LINT_H
 #define JSONCFGPLUS_TOOLS_LINT_H
-
-#include <json-c/json.h>
 
 #include <string>
 #include <vector>
@@ -34,14 +33,6 @@ class Findings {
   private:
     std::vector<Problem> m_problems;
 };
-
-// Checks the rules of one ACL object (an item of "mac_acl", "ip_acl" or "ipv6_acl") and reports
-// each invalid rule under aclPointer. It must run the filter converter's own rule checks.
-using AclRuleCheck = void (*)(json_object* acl, const std::string& aclTable,
-                              const std::string& aclPointer, Findings& out);
-
-// The rule check lint runs on every ACL object; null runs none.
-extern AclRuleCheck g_aclRuleCheck;
 
 // Every problem of a document text, syntax first.
 Findings lintText(const std::string& text);

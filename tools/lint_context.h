@@ -108,7 +108,7 @@ void checkUnused(const Context& ctx, Findings& out);
 void checkInterfaces(const Context& ctx, Findings& out);
 void checkServices(const Context& ctx, Findings& out);
 void checkTypes(const Context& ctx, Findings& out);
-void checkAclRules(const Context& ctx, Findings& out);
+void checkFilterRules(const Context& ctx, Findings& out);
 
 }  // namespace lint
 

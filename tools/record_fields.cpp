@@ -2,6 +2,7 @@
 #include "record_fields.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cstdint>
 #include <cstring>
 #include <string>
@@ -249,6 +250,8 @@ json_object* decodeItem(const FieldDesc& field, const uint8_t* at) {
             std::string text;
             for (size_t i = 0; i + 1 < field.width; i += 2)
                 text += (i == 0 ? "" : ":") + hexBytes(at + i, 2);
+            // Written in lower case, as addresses are (RFC 5952), every group in full.
+            for (char& c : text) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
             return json_object_new_string(text.c_str());
         }
         case FieldFormat::Mac: {
