@@ -2,7 +2,7 @@
 JOBS ?= 2
 CMAKE_FLAGS ?=
 
-.PHONY: all deps deps-m32 build demo test check check-asan check-m32 bench format clean
+.PHONY: all deps deps-m32 deps-fuzz build demo test check check-asan check-m32 bench fuzz format clean
 
 all: build
 
@@ -11,6 +11,9 @@ deps:
 
 deps-m32:
 	@scripts/install-deps.sh m32
+
+deps-fuzz:
+	@scripts/install-deps.sh fuzz
 
 build: deps
 	cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo $(CMAKE_FLAGS)
@@ -39,8 +42,24 @@ check-m32: deps-m32
 bench: build
 	./build/bench/jsoncfgplus_bench
 
+# Runs every fuzz target for SECONDS seconds over the committed corpus; what it finds is kept
+# in build-fuzz/corpus, crashes in build-fuzz/artifacts (copy them to fuzz/crashes/).
+SECONDS ?= 60
+FUZZ_TARGETS = parse inspect addr debug_cfg
+fuzz: deps-fuzz
+	CC=clang CXX=clang++ cmake -S . -B build-fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+	  -DJCP_BUILD_FUZZ=ON -DJCP_BUILD_TESTS=OFF -DJCP_BUILD_BENCH=OFF $(CMAKE_FLAGS)
+	cmake --build build-fuzz -j $(JOBS)
+	mkdir -p build-fuzz/artifacts
+	for t in $(FUZZ_TARGETS); do \
+	  mkdir -p build-fuzz/corpus/$$t && \
+	  ./build-fuzz/fuzz/$${t}_fuzz -max_total_time=$(SECONDS) -close_fd_mask=1 \
+	    -dict=fuzz/dict/$$t.dict -artifact_prefix=build-fuzz/artifacts/$$t- \
+	    build-fuzz/corpus/$$t fuzz/corpus/$$t || exit 1; \
+	done
+
 format:
 	clang-format -i $$(git ls-files '*.h' '*.cpp' '*.c')
 
 clean:
-	rm -rf build build-asan build-m32
+	rm -rf build build-asan build-m32 build-fuzz

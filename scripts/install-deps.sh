@@ -1,12 +1,16 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build and the tests need, and nothing when all are present.
-# Usage: scripts/install-deps.sh [m32]   (m32 adds the i386 libraries of the 32-bit check build)
+# Usage: scripts/install-deps.sh [m32|fuzz]   (m32 adds the i386 libraries of the 32-bit check
+# build; fuzz adds clang and its libFuzzer runtime)
 set -u
 
 packages=(cmake make g++ pkg-config libjson-c-dev libhiredis-dev libtinyxml2-dev
           libgtest-dev googletest libbenchmark-dev redis-server)
 if [ "${1:-}" = "m32" ]; then
     packages+=(g++-multilib libjson-c-dev:i386 libhiredis-dev:i386 libtinyxml2-dev:i386)
+fi
+if [ "${1:-}" = "fuzz" ]; then
+    packages+=(clang libclang-rt-dev)
 fi
 
 native=$(dpkg --print-architecture)

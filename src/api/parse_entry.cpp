@@ -17,6 +17,12 @@ apiCfgPlusEntryArray* allocateArrays(size_t count) {
     return count == 0 ? nullptr : new apiCfgPlusEntryArray[count]();
 }
 
+// Radios up to the highest id get an entry array. The negative ids of the IoT radio and the
+// bridge ports name no wireless radio: like the wired ports, they bring only their services.
+bool isWirelessRadio(const radio_entry& radio) {
+    return radio.id >= 0 && radio.id <= jsonCfgPlus::getMaxRadio();
+}
+
 // One entry array per service, with the service's radio index and id.
 void fillServiceArrays(apiCfgPlusEntryArray* arrays,
                        const std::vector<const vns_entry*>& services) {
@@ -39,7 +45,7 @@ apiCfgPlusResult* collectResult(const jsonCfgPlus& document) {
     std::vector<const vns_entry*> meshpoints;
     int admitted = 0;
     for (const radio_entry& radio : document.m_radios) {
-        if (radio.id <= jsonCfgPlus::getMaxRadio()) ++admitted;
+        if (isWirelessRadio(radio)) ++admitted;
     }
     result->radios = allocateArrays(admitted);
     result->radioCount = admitted;
@@ -50,7 +56,7 @@ apiCfgPlusResult* collectResult(const jsonCfgPlus& document) {
     for (const radio_entry& radio : document.m_radios) {
         for (const vns_entry& wlan : radio.wlans) wlans.push_back(&wlan);
         for (const vns_entry& meshpoint : radio.meshpoints) meshpoints.push_back(&meshpoint);
-        if (radio.id <= jsonCfgPlus::getMaxRadio() && slot < admitted) {
+        if (isWirelessRadio(radio) && slot < admitted) {
             cfgElement::setApiCfgPlusList(radio.elements, &result->radios[slot++], radio.id - 1,
                                           -1);
         }

@@ -109,9 +109,8 @@ class JCP_EXPORT jsonCfgPlus {
     void buildBluetoothInterface(json_object* bluetooth);
     void buildWiredPortInterface(json_object* port, const std::string& name);
     void buildBridgePortInterface(json_object* port, const std::string& name);
-    // A port as a pseudo-radio with id (its number + idOffset) and its own WLANs.
-    void buildPortRadio(json_object* port, const std::string& name, size_t prefixLength,
-                        int idOffset);
+    // A port as a pseudo-radio with the given id and its own WLANs.
+    void buildPortRadio(json_object* port, const std::string& name, int id);
     // Starts a service entry for BSS slot bss; false when the service is dropped.
     bool startService(int bss, json_object* service, const radio_entry& radio,
                       vns_entry& out) const;

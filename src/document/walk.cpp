@@ -1,6 +1,7 @@
 // The tree walk that flattens JSON sub-trees into elements named by key paths.
 #include <unordered_map>
 
+#include "document/element_budget.h"
 #include "document/json_cfg_plus.h"
 
 namespace {
@@ -14,6 +15,7 @@ class ElementSink {
     }
 
     void add(cfgElement&& element) {
+        jcp::chargeElement();
         auto found = m_index.find(element.name);
         if (found != m_index.end()) {
             *found->second = std::move(element);
