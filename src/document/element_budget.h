@@ -8,9 +8,9 @@
 
 namespace jcp {
 
-// About twenty times a full AP's document (3 radios x 8 WLANs, each naming four 256-rule ACLs
-// of ~10 fields, ~100,000 elements), and still below ~250 MB of elements on a 64-bit host.
-constexpr size_t kElementBudget = 2000000;
+// Five times a fully loaded AP's document (3 radios x 8 WLANs, each walking four 256-rule ACLs
+// of ~10 fields: ~100,000 elements), while the elements stay near 100 MB on the 32-bit AP.
+constexpr size_t kElementBudget = 500000;
 
 class ElementBudgetExceeded : public std::exception {
   public:
