@@ -186,19 +186,4 @@ TEST(ElementBudget, AmplifyingDocumentStopsWithOneErrorAndNoResult) {
               std::string::npos);
 }
 
-TEST(ElementBudget, ScopesCountAloneAndNest) {
-    std::list<cfgElement> out;
-    json_object* obj = json_tokener_parse(R"({"a": 1, "b": [{"c": 2}, {"d": 3}], "e": "x"})");
-    {
-        // a, the two items' c and d, the b array, e: five elements.
-        jcp::ElementBudgetScope exact(5);
-        EXPECT_NO_THROW(jsonCfgPlus::walk(obj, "", {}, {}, out));
-        jcp::ElementBudgetScope inner(4);
-        EXPECT_THROW(jsonCfgPlus::walk(obj, "", {}, {}, out), jcp::ElementBudgetExceeded);
-    }
-    // Outside any build nothing is counted.
-    EXPECT_NO_THROW(jsonCfgPlus::walk(obj, "", {}, {}, out));
-    json_object_put(obj);
-}
-
 }  // namespace
