@@ -2,8 +2,8 @@
 JOBS ?= 2
 CMAKE_FLAGS ?=
 
-.PHONY: all deps deps-m32 build demo test check check-asan check-m32 bench format clean
-.PHONY: deps-armhf check-armhf check-consumer deps-deb deb
+.PHONY: all deps deps-m32 deps-fuzz build demo test check check-asan check-m32 bench fuzz format
+.PHONY: clean deps-armhf check-armhf check-consumer deps-deb deb
 
 all: build
 
@@ -12,6 +12,9 @@ deps:
 
 deps-m32:
 	@scripts/install-deps.sh m32
+
+deps-fuzz:
+	@scripts/install-deps.sh fuzz
 
 build: deps
 	cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo $(CMAKE_FLAGS)
@@ -65,8 +68,24 @@ deb: deps-deb
 bench: build
 	./build/bench/jsoncfgplus_bench
 
+# Runs every fuzz target for SECONDS seconds over the committed corpus; what it finds is kept
+# in build-fuzz/corpus, crashes in build-fuzz/artifacts (copy them to fuzz/crashes/).
+SECONDS ?= 60
+FUZZ_TARGETS = parse inspect addr debug_cfg
+fuzz: deps-fuzz
+	CC=clang CXX=clang++ cmake -S . -B build-fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+	  -DJCP_BUILD_FUZZ=ON -DJCP_BUILD_TESTS=OFF -DJCP_BUILD_BENCH=OFF $(CMAKE_FLAGS)
+	cmake --build build-fuzz -j $(JOBS)
+	mkdir -p build-fuzz/artifacts
+	for t in $(FUZZ_TARGETS); do \
+	  mkdir -p build-fuzz/corpus/$$t && \
+	  ./build-fuzz/fuzz/$${t}_fuzz -max_total_time=$(SECONDS) -close_fd_mask=1 \
+	    -dict=fuzz/dict/$$t.dict -artifact_prefix=build-fuzz/artifacts/$$t- \
+	    build-fuzz/corpus/$$t fuzz/corpus/$$t || exit 1; \
+	done
+
 format:
 	clang-format -i $$(git ls-files '*.h' '*.cpp' '*.c')
 
 clean:
-	rm -rf build build-asan build-m32 build-armhf build-deb
+	rm -rf build build-asan build-m32 build-armhf build-deb build-fuzz

@@ -4,12 +4,19 @@
 #include <stdexcept>
 
 #include "api/jsoncfgplus.h"
+#include "fuzz_seams.h"
+
+extern "C" int LLVMFuzzerInitialize(int*, char***) {
+    fuzzseams::install();
+    return 0;
+}
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     try {
+        // Traced, so the progress lines' code is exercised as well.
         apiCfgPlusResult* r =
             parseJsonCfgPlus(reinterpret_cast<const char*>(data), static_cast<unsigned int>(size),
-                             jsonCfgPlusParserCallback, 0, 0, 0);
+                             jsonCfgPlusParserCallback, 0, 0, 1);
         printJsonCfgPlus(r);
         freeJsonCfgPlus(r);
     } catch (const std::invalid_argument&) {

@@ -223,10 +223,10 @@ TEST(InterfaceBuild, SkipsWhatItCannotUse) {
     ASSERT_EQ(b.result, 0);
     EXPECT_NE(b.output.find("[ERROR] cen_ssid_id is not specified.\n"), std::string::npos);
     EXPECT_NE(b.output.find("[WARN] "), std::string::npos);
-    ASSERT_EQ(doc.m_radios.size(), 1u);
-    ASSERT_EQ(doc.m_radios[0].wlans.size(), 1u);
-    EXPECT_EQ(doc.m_radios[0].wlans[0].index, -1);  // bss 0
-    EXPECT_TRUE(doc.m_radios[0].meshpoints.empty());
+    ASSERT_EQ(doc.m_radios.size(), 2u);  // radio0 and radio1
+    ASSERT_EQ(doc.m_radios[1].wlans.size(), 1u);
+    EXPECT_EQ(doc.m_radios[1].wlans[0].index, -1);  // bss 0
+    EXPECT_TRUE(doc.m_radios[1].meshpoints.empty());
 }
 
 TEST(InterfaceBuild, PortsAndIotBecomePseudoRadios) {
@@ -247,9 +247,9 @@ TEST(InterfaceBuild, PortsAndIotBecomePseudoRadios) {
               0);
     std::vector<int> ids;
     for (const radio_entry& r : doc.m_radios) ids.push_back(r.id);
-    EXPECT_EQ(ids, (std::vector<int>{1, 3, 5, 7}));
-    EXPECT_EQ(doc.m_radios[2].name, "p2");
-    EXPECT_EQ(doc.m_radios[2].wlans.at(0).radioId, 5);
+    EXPECT_EQ(ids, (std::vector<int>{-3, -1, 1, 5}));  // br1, bluetooth1, radio1, p2
+    EXPECT_EQ(doc.m_radios[3].name, "p2");
+    EXPECT_EQ(doc.m_radios[3].wlans.at(0).radioId, 5);
     EXPECT_TRUE(find(doc.m_radios[1].elements, "shutdown")->boolValue);
     EXPECT_EQ(find(doc.m_global, "iot/mode")->strValue, "beacon");
     EXPECT_TRUE(find(doc.m_global, "uwb/enable")->boolValue);

@@ -46,7 +46,9 @@ TEST(Exports, PlainNamesAreExactlyTheCEntries) {
                                            "setJsonCfgPlusDebugApplyCfg",
                                            "printJsonCfgPlusDebugCfg",
                                            "jsonCfgPlusParserCallback",
-                                           "jsonCfgPlusRates2WirelessMode"};
+                                           "jsonCfgPlusRates2WirelessMode",
+                                           "apCfgVlanVIDGet",
+                                           "apCfgBoardSubTypeGet"};
     std::set<std::string> exported = plainExports();
     ASSERT_FALSE(exported.empty());
     for (const std::string& name : exported) {

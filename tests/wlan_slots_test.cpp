@@ -68,14 +68,15 @@ TEST(WlanOrder, EightSlotsPerRadioAndTheWiredPorts) {
     }
 
     jsonCfgPlus doc;
-    doc.m_radios = {radio(1), radio(5), radio(7)};  // 7, a bridge port, stays last
+    doc.m_radios = {radio(1), radio(5), radio(-3)};  // -3, a bridge port
     doc.m_radios[0].wlans = {service(1, 3, 30), service(1, 0, 10), service(1, -1, 99),
                              service(1, 8, 98), service(1, 3, 31, {cfgElement("x", 1)})};
     const std::string warning = "[WARNING: vns_index is out of range: 8, ignore.\n";
     EXPECT_EQ(run(doc, &cfgPlusApiConverter::jsonCfgPlusVnsOrderWlans), warning + warning);
     std::vector<int> ids;
     for (const radio_entry& r : doc.m_radios) ids.push_back(r.id);
-    EXPECT_EQ(ids, (std::vector<int>{1, 4, 5, 6, 7}));
+    // The missing wired ports are appended after what the document built.
+    EXPECT_EQ(ids, (std::vector<int>{1, 5, -3, 4, 6}));
     const std::vector<vns_entry>& slots = doc.m_radios[0].wlans;
     ASSERT_EQ(slots.size(), 8u);
     EXPECT_EQ(describe(slots[0]), "0,1,10 ssid_id=\"cen_ssid_id\": 10");

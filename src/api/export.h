@@ -2,6 +2,8 @@
 #ifndef JSONCFGPLUS_API_EXPORT_H
 #define JSONCFGPLUS_API_EXPORT_H
 
+#include "platform/byte_order.h"
+
 #define JCP_EXPORT __attribute__((visibility("default")))
 
 #endif

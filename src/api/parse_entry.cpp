@@ -17,6 +17,12 @@ apiCfgPlusEntryArray* allocateArrays(size_t count) {
     return count == 0 ? nullptr : new apiCfgPlusEntryArray[count]();
 }
 
+// Radios up to the highest id get an entry array. The negative ids of the IoT radio and the
+// bridge ports name no wireless radio: like the wired ports, they bring only their services.
+bool isWirelessRadio(const radio_entry& radio) {
+    return radio.id >= 0 && radio.id <= jsonCfgPlus::getMaxRadio();
+}
+
 // The parse entry's document. Its JSON tree is released before the pipeline runs: the
 // converters work on elements alone, and the tree would only add to the peak.
 class ParseDocument : public jsonCfgPlus {
@@ -45,7 +51,7 @@ apiCfgPlusResult* collectResult(jsonCfgPlus& document) {
     size_t wlanCount = 0;
     size_t meshpointCount = 0;
     for (const radio_entry& radio : document.m_radios) {
-        if (radio.id <= jsonCfgPlus::getMaxRadio()) ++admitted;
+        if (isWirelessRadio(radio)) ++admitted;
         wlanCount += radio.wlans.size();
         meshpointCount += radio.meshpoints.size();
     }
@@ -63,7 +69,7 @@ apiCfgPlusResult* collectResult(jsonCfgPlus& document) {
     apiCfgPlusEntryArray* wlanArray = result->vnsList;
     apiCfgPlusEntryArray* meshpointArray = result->meshpoints;
     for (radio_entry& radio : document.m_radios) {
-        if (radio.id <= jsonCfgPlus::getMaxRadio() && slot < admitted) {
+        if (isWirelessRadio(radio) && slot < admitted) {
             cfgElement::setApiCfgPlusList(std::move(radio.elements), &result->radios[slot++],
                                           radio.id - 1, -1);
         }

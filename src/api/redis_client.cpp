@@ -15,11 +15,23 @@ using Reply = std::unique_ptr<redisReply, ReplyRelease>;
 constexpr unsigned int kGetTimeoutSeconds = 5;
 constexpr unsigned int kSetTimeoutSeconds = 20;
 
+redisContext* connectWithHiredis(const char* host, int port, struct timeval timeout) {
+    return redisConnectWithTimeout(host, port, timeout);
+}
+
+jcp::RedisConnector g_connector = &connectWithHiredis;
+
 }  // namespace
+
+jcp::RedisConnector jcp::setRedisConnector(RedisConnector connector) {
+    RedisConnector previous = g_connector;
+    g_connector = connector != nullptr ? connector : &connectWithHiredis;
+    return previous;
+}
 
 redisClient::redisClient(const std::string& host, int port, struct timeval timeout)
     : m_host(host), m_timeout(timeout), m_context(nullptr, &redisFree) {
-    m_context.reset(redisConnectWithTimeout(m_host.c_str(), port, m_timeout));
+    m_context.reset(g_connector(m_host.c_str(), port, m_timeout));
     if (m_context == nullptr) {
         jcp::diag("Connection error: can't allocate redis context.");
         m_state = kFailed;

@@ -11,6 +11,19 @@
 
 struct redisContext;
 
+namespace jcp {
+
+// Opens the connection behind every redisClient; a context that redisFree can release, or
+// null. Replaceable so that fuzzers and hostile-input tests never open a socket, whatever
+// server a document names.
+using RedisConnector = redisContext* (*)(const char* host, int port, struct timeval timeout);
+
+// Installs connector (null restores hiredis's redisConnectWithTimeout) and returns the one it
+// replaces.
+RedisConnector setRedisConnector(RedisConnector connector);
+
+}  // namespace jcp
+
 class JCP_EXPORT redisClient {
   public:
     enum State { kConnecting = 1, kConnected = 2, kFailed = 4 };

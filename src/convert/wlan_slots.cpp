@@ -201,10 +201,8 @@ int cfgPlusApiConverter::jsonCfgPlusVnsOrderWlans(jsonCfgPlus& doc) {
         radio_entry port;
         port.id = id;
         port.name = "p" + std::to_string(id - 3);
-        // Keeps the radios sorted by id, behind any bridge port pseudo-radio.
-        auto after = std::find_if(doc.m_radios.begin(), doc.m_radios.end(),
-                                  [id](const radio_entry& r) { return r.id > id; });
-        doc.m_radios.insert(after, std::move(port));
+        // Appended, not sorted in: the missing ports come after every built radio and port.
+        doc.m_radios.push_back(std::move(port));
     }
 
     for (radio_entry& radio : doc.m_radios) {

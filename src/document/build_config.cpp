@@ -1,6 +1,7 @@
 // The build driver: one received document into the global, radio, WLAN and meshpoint lists,
 // then the conversion pipeline.
 #include "api/diag.h"
+#include "document/element_budget.h"
 #include "document/json_cfg_plus.h"
 #include "document/read_file.h"
 #include "document/redis_source.h"
@@ -37,7 +38,14 @@ int jsonCfgPlus::buildConfig(const char* text, unsigned int len) {
     m_all.build(root);
     reset();
 
-    int result = buildFromTable(root);
+    int result = -1;
+    try {
+        jcp::ElementBudgetScope budget;
+        result = buildFromTable(root);
+    } catch (const jcp::ElementBudgetExceeded&) {
+        jcp::diag("[ERR] document needs more than the element budget of ", jcp::kElementBudget,
+                  " elements, build stopped.");
+    }
     if (result != 0) reset();
     return result;
 }
@@ -52,10 +60,10 @@ int jsonCfgPlus::buildFromTable(json_object* root) {
     if (jsonCfgObj::getJsonStrValue("config-version", root, configVersion))
         jcp::diag(" config-version: hex=0x", configVersion);
     int requestId = 0;
-    if (jsonCfgObj::getJsonIntValue("request-id", root, requestId)) {
+    if (jsonCfgObj::getJsonIntValue("request-id", root, requestId))
         m_request_id = static_cast<uint32_t>(requestId);
-        jcp::diag(" request-id=", m_request_id);
-    }
+    // Printed whether or not the document carries one: 0 says it did not.
+    jcp::diag(" request-id=", static_cast<uint32_t>(requestId));
     int cenTime = 0;
     if (jsonCfgObj::getJsonIntValue("cen_time", root, cenTime)) m_cen_time = cenTime;
     jsonCfgObj::getJsonStrValue("ip", root, m_redis_ip);

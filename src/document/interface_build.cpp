@@ -1,6 +1,6 @@
 // The interface build: the device's or profile's "interface" array into global interface
 // elements and one radio entry per radio or port.
-#include <regex>
+#include <climits>
 
 #include "api/diag.h"
 #include "document/json_by_name_priv.h"
@@ -26,22 +26,47 @@ const std::list<std::string> kRadioLocationKeys = {
 // Keys of a port object that describe the port itself rather than its settings.
 const std::list<std::string> kPortWalkExcluded = {"name", "type", "wlanbssmap"};
 
-// The IoT radio shares the AP's last wireless radio slot.
-constexpr int kBluetoothRadioId = 3;
-
-// Numbers in names are small slot numbers; anything longer is not a slot.
-constexpr size_t kMaxSlotDigits = 6;
+// Radio ids: "radioN" is N and wired "pN" is N + 3, so together they reach every id from 0
+// up. The IoT radio and the bridge ports take negative ids, which no radio or wired port name
+// can reach, so neither merges into a Wi-Fi radio, a wired port or each other.
+constexpr int kIotRadioId = -1;
+// brN is -2 - N: br0 is -2, and the largest N keeps the radio index (id - 1) an int.
+constexpr int kFirstBridgeRadioId = -2;
+constexpr long long kMaxBridgeNumber = static_cast<long long>(INT_MAX) - 2;
+// A wired port's id (N + 3) must be an int.
+constexpr long long kMaxWiredNumber = static_cast<long long>(INT_MAX) - 3;
+// Port 0 would be id 3, a wireless radio's.
+constexpr long long kMinWiredNumber = 1;
 
 bool isVirtualInterfaceType(const std::string& type) {
     return type == "vlan" || type == "marlin" || type == "virtual_network" || type == "gre";
 }
 
-// The decimal number at the start of text, or -1 when there is none (or it is too long).
-int leadingNumber(const std::string& text) {
-    size_t digits = 0;
-    while (digits < text.size() && text[digits] >= '0' && text[digits] <= '9') ++digits;
-    if (digits == 0 || digits > kMaxSlotDigits) return -1;
-    return std::stoi(text.substr(0, digits));
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+// A name made of prefix and at least one decimal digit, nothing else.
+bool isPrefixedNumber(const std::string& name, const std::string& prefix) {
+    if (name.size() <= prefix.size() || name.compare(0, prefix.size(), prefix) != 0) return false;
+    for (size_t i = prefix.size(); i < name.size(); ++i) {
+        if (!isDigit(name[i])) return false;
+    }
+    return true;
+}
+
+enum class NumberRead { kNoDigits, kTooLarge, kRead };
+
+// The decimal number at the start of text, however many leading zeros it has. kTooLarge when
+// its value passes INT_MAX, kNoDigits when text does not start with a digit.
+NumberRead leadingNumber(const std::string& text, long long& value) {
+    value = 0;
+    size_t i = 0;
+    for (; i < text.size() && isDigit(text[i]); ++i) {
+        value = value * 10 + (text[i] - '0');
+        if (value > INT_MAX) return NumberRead::kTooLarge;
+    }
+    return i == 0 ? NumberRead::kNoDigits : NumberRead::kRead;
 }
 
 std::string stringMember(json_object* obj, const char* key) {
@@ -61,14 +86,14 @@ struct jsonCfgPlus::InterfaceBuild {
     std::vector<radio_entry> radios;
 };
 
+// Checked character by character: a matcher that recurses per character would overflow the
+// stack on a name of many thousand digits.
 bool jsonCfgPlus::isWiredPortInterface(const std::string& name) {
-    static const std::regex pattern("^p[0-9]+$");
-    return std::regex_match(name, pattern);
+    return isPrefixedNumber(name, m_wired_port_prefix);
 }
 
 bool jsonCfgPlus::isBridgePortInterface(const std::string& name) {
-    static const std::regex pattern("^br[0-9]+$");
-    return std::regex_match(name, pattern);
+    return isPrefixedNumber(name, m_bridge_port_prefix);
 }
 
 void jsonCfgPlus::buildInterfaceConfig(json_object* interfaces,
@@ -148,11 +173,18 @@ void jsonCfgPlus::buildInterfaceConfig(json_object* interfaces,
 void jsonCfgPlus::buildRadioInterface(json_object* radioJson, const std::string& name,
                                       InterfaceBuild& build) {
     constexpr size_t kRadioPrefixLength = 5;  // "radio"
-    int id = name.size() > kRadioPrefixLength ? leadingNumber(name.substr(kRadioPrefixLength)) : -1;
-    if (id < 1) {
+    long long number = 0;
+    NumberRead read = leadingNumber(
+        name.size() > kRadioPrefixLength ? name.substr(kRadioPrefixLength) : "", number);
+    if (read == NumberRead::kNoDigits) {
         jcp::diag("[WARN] radio without a radio number in its name skipped: ", name);
         return;
     }
+    if (read == NumberRead::kTooLarge) {
+        jcp::diag("[WARN] radio number too large, radio skipped: ", name);
+        return;
+    }
+    const int id = static_cast<int>(number);
     trace("process Radio: ", id);
 
     build.radios.emplace_back();
@@ -174,43 +206,47 @@ void jsonCfgPlus::buildRadioInterface(json_object* radioJson, const std::string&
 }
 
 void jsonCfgPlus::buildBluetoothInterface(json_object* bluetooth, InterfaceBuild& build) {
-    trace("process Bluetooth radio-id: ", kBluetoothRadioId);
+    trace("process Bluetooth radio-id: ", kIotRadioId);
     walk(bluetooth, "iot", kNone, kNone, build.global);
 
     build.radios.emplace_back();
     radio_entry& radio = build.radios.back();
-    radio.id = kBluetoothRadioId;
+    radio.id = kIotRadioId;
     radio.name = "bluetooth1";
     bool shutdown = false;
     jsonCfgObj::getJsonBoolValue("shutdown", bluetooth, shutdown);
-    addCfgElement(radio.elements, cfgElement("cen_radio_id", kBluetoothRadioId, "name"), true);
+    addCfgElement(radio.elements, cfgElement("cen_radio_id", kIotRadioId, "name"), true);
     addCfgElement(radio.elements, cfgElement("shutdown", shutdown, "shutdown"), true);
     buildWlanConfig(jsonCfgObj::getJsonObject("wlanbssmap", bluetooth), radio, {}, nullptr);
 }
 
 void jsonCfgPlus::buildWiredPortInterface(json_object* port, const std::string& name,
                                           InterfaceBuild& build) {
-    buildPortRadio(port, name, m_wired_port_prefix.size(), getMaxRadio(), build);
+    long long number = 0;
+    NumberRead read = leadingNumber(name.substr(m_wired_port_prefix.size()), number);
+    if (read != NumberRead::kRead || number < kMinWiredNumber || number > kMaxWiredNumber) {
+        jcp::diag("[WARN] port number out of range, port skipped: ", name);
+        return;
+    }
+    buildPortRadio(port, name, static_cast<int>(number) + getMaxRadio(), build);
 }
 
 void jsonCfgPlus::buildBridgePortInterface(json_object* port, const std::string& name,
                                            InterfaceBuild& build) {
-    // Bridge ports follow the three wired ports: brN is pseudo-radio N + 6.
-    constexpr int kWiredPortCount = 3;
-    buildPortRadio(port, name, m_bridge_port_prefix.size(), getMaxRadio() + kWiredPortCount, build);
-}
-
-void jsonCfgPlus::buildPortRadio(json_object* port, const std::string& name, size_t prefixLength,
-                                 int idOffset, InterfaceBuild& build) {
-    int number = leadingNumber(name.substr(prefixLength));
-    // Port 0 would land on a wireless radio's id.
-    if (number < 1) {
+    long long number = 0;
+    NumberRead read = leadingNumber(name.substr(m_bridge_port_prefix.size()), number);
+    if (read != NumberRead::kRead || number > kMaxBridgeNumber) {
         jcp::diag("[WARN] port number out of range, port skipped: ", name);
         return;
     }
+    buildPortRadio(port, name, kFirstBridgeRadioId - static_cast<int>(number), build);
+}
+
+void jsonCfgPlus::buildPortRadio(json_object* port, const std::string& name, int id,
+                                 InterfaceBuild& build) {
     build.radios.emplace_back();
     radio_entry& radio = build.radios.back();
-    radio.id = number + idOffset;
+    radio.id = id;
     radio.name = name;
     cfgElementIndex elements(radio.elements);
     elements.add(cfgElement("cen_radio_id", radio.id, "name"), true);

@@ -124,9 +124,8 @@ class JCP_EXPORT jsonCfgPlus {
     void buildWiredPortInterface(json_object* port, const std::string& name, InterfaceBuild& build);
     void buildBridgePortInterface(json_object* port, const std::string& name,
                                   InterfaceBuild& build);
-    // A port as a pseudo-radio with id (its number + idOffset) and its own WLANs.
-    void buildPortRadio(json_object* port, const std::string& name, size_t prefixLength,
-                        int idOffset, InterfaceBuild& build);
+    // A port as a pseudo-radio with the given id and its own WLANs.
+    void buildPortRadio(json_object* port, const std::string& name, int id, InterfaceBuild& build);
     // buildMeshpointConfig with the meshpoint-device lists indexed by name.
     void buildMeshpoints(json_object* bssMap, radio_entry& radio,
                          const jcp::jsonByName& profileMeshpointDevices,

@@ -1,4 +1,5 @@
 // WLAN services and meshpoints of one radio, built from its BSS maps.
+#include <climits>
 #include <cstring>
 
 #include "api/diag.h"
@@ -47,6 +48,8 @@ bool isArrayWithItems(json_object* o) {
 
 bool jsonCfgPlus::startService(int bss, json_object* service, const radio_entry& radio,
                                vns_entry& out) const {
+    // The smallest "bss" has no index below it; no slot could take it anyway.
+    if (bss == INT_MIN) return false;
     out.index = bss - 1;
     out.radioId = radio.id;
     out.ssidId = 0;

@@ -1,11 +1,25 @@
 // The tree walk that flattens JSON sub-trees into elements named by key paths.
 #include <cstring>
 
+#include "document/element_budget.h"
 #include "document/json_cfg_plus.h"
 
 namespace {
 
-using ElementSink = cfgElementIndex;
+// The walk's output through the list's name index; every element is charged to the build's
+// element budget.
+class ElementSink {
+  public:
+    explicit ElementSink(cfgElementIndex& index) : m_index(index) {}
+
+    void add(cfgElement&& element, bool replace) {
+        jcp::chargeElement();
+        m_index.add(std::move(element), replace);
+    }
+
+  private:
+    cfgElementIndex& m_index;
+};
 
 const std::list<std::string> kNoKeys;
 
@@ -101,7 +115,8 @@ void walkArray(json_object* node, const std::string& path, ElementSink& sink) {
         if (member == nullptr) continue;
         // Each item is built where it will stay.
         items.emplace_back("", std::list<cfgElement>(), "");
-        ElementSink itemSink(items.back().elements);
+        cfgElementIndex itemIndex(items.back().elements);
+        ElementSink itemSink(itemIndex);
         walkInto(member, path, kNoKeys, kNoKeys, itemSink);
     }
     sink.add(cfgElement(path, std::move(items), path), true);
@@ -129,14 +144,16 @@ void jsonCfgPlus::walk(json_object* node, const std::string& path,
                        const std::list<std::string>& include, const std::list<std::string>& exclude,
                        std::list<cfgElement>& out) {
     if (node == nullptr) return;
-    cfgElementIndex sink(out);
+    cfgElementIndex index(out);
+    ElementSink sink(index);
     walkInto(node, path, include, exclude, sink);
 }
 
 void jsonCfgPlus::walk(json_object* node, const std::string& path,
                        const std::list<std::string>& include, const std::list<std::string>& exclude,
                        cfgElementIndex& out) {
-    walkInto(node, path, include, exclude, out);
+    ElementSink sink(out);
+    walkInto(node, path, include, exclude, sink);
 }
 
 void jsonCfgPlus::addCfgElement(std::list<cfgElement>& list, cfgElement element, bool replace) {

@@ -3,10 +3,12 @@
 #ifndef JSONCFGPLUS_PLATFORM_PLATFORM_H
 #define JSONCFGPLUS_PLATFORM_PLATFORM_H
 
+#include "api/export.h"
+
 extern "C" {
 // The value stored on the AP for a radio's WLAN slot (radio 0-based, slot 0 to 7).
-int apCfgVlanVIDGet(int radio, int slot);
-int apCfgBoardSubTypeGet(void);
+JCP_EXPORT int apCfgVlanVIDGet(int radio, int slot);
+JCP_EXPORT int apCfgBoardSubTypeGet(void);
 }
 
 #endif

@@ -1,0 +1,50 @@
+// The debug settings file with any content: loaded and shown, never a crash. The file lives
+// in a directory of the fuzzer's own.
+#include <unistd.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <stdexcept>
+#include <string>
+
+#include "api/debug_cfg.h"
+
+namespace {
+
+std::string g_settingsPath;
+
+void removeSettings() {
+    std::remove(g_settingsPath.c_str());
+    std::string dir = g_settingsPath.substr(0, g_settingsPath.rfind('/'));
+    rmdir(dir.c_str());
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerInitialize(int*, char***) {
+    char dir[] = "/tmp/jcp_debug_fuzz_XXXXXX";
+    if (mkdtemp(dir) == nullptr) std::abort();
+    g_settingsPath = std::string(dir) + "/cap.conf.xml";
+    std::atexit(removeSettings);
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    FILE* file = std::fopen(g_settingsPath.c_str(), "wb");
+    if (file == nullptr) std::abort();
+    std::fwrite(data, 1, size, file);
+    std::fclose(file);
+
+    jsonCfgPlusDebugCfg settings;
+    settings.setPath(g_settingsPath);
+    try {
+        settings.loadConfigurations();
+    } catch (const std::invalid_argument&) {
+        // A switch that is not a decimal number: the documented escape of the loader.
+    } catch (const std::out_of_range&) {
+    }
+    settings.show();
+    return 0;
+}

@@ -1,0 +1,189 @@
+// Hostile documents: every stored shape under tests/data/hostile and generated extremes of
+// size end in a result or a clean failure, through the whole pipeline, the dump and the free;
+// none of them reaches the network.
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <filesystem>
+#include <map>
+
+#include "api/redis_client.h"
+#include "document/element_budget.h"
+#include "document/json_cfg_plus.h"
+#include "test_support.h"
+
+namespace {
+
+std::vector<std::string> g_connectHosts;
+
+redisContext* refuseAndRecord(const char* host, int, struct timeval) {
+    g_connectHosts.push_back(host);
+    return nullptr;
+}
+
+// Installs the recording connector for one test.
+class NoNetwork : public testing::Test {
+  protected:
+    void SetUp() override {
+        g_connectHosts.clear();
+        m_previous = jcp::setRedisConnector(&refuseAndRecord);
+    }
+    void TearDown() override { jcp::setRedisConnector(m_previous); }
+
+  private:
+    jcp::RedisConnector m_previous = nullptr;
+};
+
+struct Outcome {
+    bool built = false;
+    std::string out;
+};
+
+Outcome parseConvertDumpFree(const std::string& text) {
+    Outcome o;
+    testsupport::captureStderr([&] {
+        apiCfgPlusResult* r = testsupport::parseText(text, jsonCfgPlusParserCallback, &o.out);
+        o.built = r != nullptr;
+        testsupport::captureStdout([&] {
+            printJsonCfgPlus(r);
+            freeJsonCfgPlus(r);
+        });
+    });
+    return o;
+}
+
+size_t count(const std::string& text, const std::string& what) {
+    size_t n = 0;
+    for (size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + 1)) ++n;
+    return n;
+}
+
+TEST_F(NoNetwork, EveryStoredHostileShapeEndsCleanly) {
+    const std::map<std::string, bool> expectedBuilt = {
+        {"depth_at_limit.json", true},
+        {"depth_past_limit.json", false},
+        {"many_endpoints_and_arp_entries.json", true},
+        {"nul_escapes_and_invalid_utf8.json", true},
+        {"number_limits.json", true},
+        {"overlong_interface_names.json", true},
+        {"pointer_to_remote_redis.json", false},
+        {"references_as_array.json", true},
+        {"references_as_empty_string.json", true},
+        {"references_as_null.json", true},
+        {"references_as_number.json", true},
+        {"references_as_object.json", true},
+        {"truncated_in_escape.json", false},
+        {"truncated_in_number.json", false},
+        {"truncated_in_string.json", false},
+        {"unclosed_everything.json", false}};
+    size_t seen = 0;
+    for (const auto& file : std::filesystem::directory_iterator(testsupport::dataPath("hostile"))) {
+        std::string name = file.path().filename().string();
+        SCOPED_TRACE(name);
+        auto expected = expectedBuilt.find(name);
+        ASSERT_NE(expected, expectedBuilt.end()) << "add the new file to this table";
+        Outcome o = parseConvertDumpFree(testsupport::readFile(file.path().string()));
+        EXPECT_EQ(o.built, expected->second) << o.out.substr(0, 2000);
+        ++seen;
+    }
+    EXPECT_EQ(seen, expectedBuilt.size());
+    // Only the pointer document names a server, and the connector refused it.
+    EXPECT_EQ(g_connectHosts, std::vector<std::string>{"192.0.2.77"});
+}
+
+std::string repeated(size_t n, const std::function<std::string(size_t)>& item) {
+    std::string out;
+    for (size_t i = 0; i < n; ++i) out += (i ? "," : "") + item(i);
+    return out;
+}
+
+TEST_F(NoNetwork, GeneratedExtremesOfSizeEndCleanly) {
+    const std::string big(100 * 1024, 'x');
+    struct Row {
+        const char* name;
+        std::string text;
+    };
+    const Row rows[] = {
+        {"20,000 keys in one object",
+         R"({"device": {)" +
+             repeated(20000, [](size_t i) { return "\"k" + std::to_string(i) + "\": 1"; }) + "}}"},
+        {"20,000 interface items",
+         R"({"device": {"interface": [)" +
+             repeated(20000,
+                      [](size_t i) {
+                          const char* kinds[] = {R"("type": "vlan", "vlan": 1)",
+                                                 R"("type": "radio")", R"("type": "ethernet")",
+                                                 R"("type": "uwb")"};
+                          std::string prefix = i % 4 == 1 ? "radio" : i % 4 == 2 ? "p" : "if";
+                          return "{\"name\": \"" + prefix + std::to_string(i) + "\", " +
+                                 kinds[i % 4] + "}";
+                      }) +
+             "]}}"},
+        {"10,000 BSS-map items",
+         R"({"wlan": [{"name": "w", "cen_ssid_id": 1}], "device": {"interface": [
+             {"name": "radio1", "type": "radio", "wlanbssmap": [)" +
+             repeated(10000,
+                      [](size_t i) {
+                          return "{\"bss\": " + std::to_string(i % 12) + ", \"wlan\": \"w\"}";
+                      }) +
+             "]}]}}"},
+        {"100 KB strings and keys", R"({"device": {")" + big + R"(": ")" + big + R"(", "name": ")" +
+                                        big + R"(", "interface": [{"name": ")" + big +
+                                        R"(", "type": "radio"}]}, "wlan": [{"name": ")" + big +
+                                        R"("}]})"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_TRUE(parseConvertDumpFree(row.text).built);
+    }
+    EXPECT_TRUE(g_connectHosts.empty());
+}
+
+TEST(HostileNumbers, BssAtTheIntegerLimitsNeverOverflows) {
+    jsonCfgPlus doc;
+    std::string text =
+        R"({"wlan": [{"name": "w1", "cen_ssid_id": 1}, {"name": "w2", "cen_ssid_id": 2},
+                                    {"name": "w3", "cen_ssid_id": 3}],
+        "device": {"interface": [{"name": "radio1", "type": "radio", "wlanbssmap": [
+            {"bss": -2147483648, "wlan": "w1"}, {"bss": -9223372036854775808, "wlan": "w1"},
+            {"bss": 2147483647, "wlan": "w2"}, {"bss": -2147483647, "wlan": "w3"}]}]}})";
+    std::string out = testsupport::captureStdout(
+        [&] { EXPECT_EQ(doc.buildConfig(text.data(), static_cast<unsigned>(text.size())), 0); });
+    ASSERT_EQ(doc.m_radios.size(), 1u);
+    // The smallest bss has no index below it and is dropped; the others keep bss - 1.
+    std::vector<std::pair<int, int>> services;
+    for (const vns_entry& v : doc.m_radios[0].wlans) services.emplace_back(v.ssidId, v.index);
+    EXPECT_EQ(services, (std::vector<std::pair<int, int>>{{2, INT_MAX - 1}, {3, INT_MIN}}));
+}
+
+TEST(ElementBudget, AmplifyingDocumentStopsWithOneErrorAndNoResult) {
+    // 2,000 services, each naming the same 5,000-rule ACL: about 526 KB of text that would ask
+    // for a hundred million elements.
+    std::string rules = repeated(5000, [](size_t i) {
+        return "{\"action\":\"deny\",\"protocol\":6,\"src\":\"10.0.0.0/"
+               "8\",\"dst\":\"any\",\"port\":" +
+               std::to_string(i) + ",\"precedence\":" + std::to_string(i) + "}";
+    });
+    std::string wlans = repeated(2000, [](size_t i) {
+        return "{\"name\":\"w" + std::to_string(i) + "\",\"cen_ssid_id\":" + std::to_string(i) +
+               ",\"ip_in_acl\":\"big\"}";
+    });
+    std::string bss = repeated(2000, [](size_t i) {
+        return "{\"bss\":" + std::to_string(i % 8 + 1) + ",\"wlan\":\"w" + std::to_string(i) +
+               "\"}";
+    });
+    std::string text = "{\"ip_acl\":[{\"name\":\"big\",\"ip_rules\":[" + rules + "]}],\"wlan\":[" +
+                       wlans +
+                       "],\"device\":{\"interface\":[{\"name\":\"radio1\",\"type\":\"radio\"," +
+                       "\"wlanbssmap\":[" + bss + "]}]}}";
+    ASSERT_GT(text.size(), 500u * 1024);
+
+    Outcome o = parseConvertDumpFree(text);
+    EXPECT_FALSE(o.built);
+    EXPECT_EQ(count(o.out, "[ERR]"), 1u) << o.out;
+    EXPECT_NE(o.out.find("[ERR] document needs more than the element budget of " +
+                         std::to_string(jcp::kElementBudget) + " elements, build stopped.\n"),
+              std::string::npos);
+}
+
+}  // namespace
