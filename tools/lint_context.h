@@ -8,12 +8,14 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
 #include "document/json_cfg_all.h"
+#include "document/json_cfg_plus.h"
 #include "lint.h"
 
 namespace lint {
@@ -78,8 +80,9 @@ enum class InterfaceRole {
     Ignored
 };
 InterfaceRole interfaceRole(json_object* item);
-// The radio id the build gives a radio, Bluetooth or port item; below 1 when it has none.
-int radioIdOf(InterfaceRole role, const std::string& name);
+// The library's reading of a radio, Bluetooth or port item's name: its radio id or why the
+// build skips it. Empty for items of any other role.
+std::optional<jsonCfgPlus::RadioId> radioIdOf(InterfaceRole role, const std::string& name);
 
 // Calls fn(item, pointer) for every object item of a top-level table, array or object form.
 template <typename Fn>

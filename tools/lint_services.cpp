@@ -1,6 +1,7 @@
-// lint: interface items the build ignores, radio and port names without a usable number, and
-// the WLAN services and meshpoints the build drops (no "cen_ssid_id", a BSS outside the eight
-// slots, two services in one slot) or merges.
+// lint: interface items the build ignores, radio and port names it skips or numbers onto an id
+// that is not a radio's own, and the WLAN services and meshpoints the build drops (no
+// "cen_ssid_id", a BSS outside the eight slots, two services in one slot) or merges.
+#include <climits>
 #include <map>
 
 #include "document/json_cfg_plus.h"
@@ -11,18 +12,6 @@ namespace lint {
 namespace {
 
 constexpr int kWlanSlots = 8;
-constexpr int kWiredPortCount = 3;
-
-// The interface build's reading of the number in a radio or port name: the decimal digits at
-// the start of text, at most six of them; -1 when there are none.
-int leadingNumber(const std::string& text) {
-    constexpr size_t kMaxDigits = 6;
-    size_t digits = 0;
-    while (digits < text.size() && text[digits] >= '0' && text[digits] <= '9') ++digits;
-    if (digits == 0 || digits > kMaxDigits) return -1;
-    return std::stoi(text.substr(0, digits));
-}
-
 std::string stringMember(json_object* obj, const char* key) {
     std::string value;
     jsonCfgObj::getJsonStrValue(key, obj, value);
@@ -43,6 +32,7 @@ struct Service {
 
 struct RadioBuild {
     std::string at;  // the interface item that first built the radio
+    std::string name;
     std::vector<Service> wlans;
     std::vector<Service> meshpoints;
 };
@@ -71,7 +61,8 @@ void buildServices(const Context& ctx, json_object* map, const std::string& mapA
         json_object* item = json_object_array_get_idx(map, i);
         int bss = 0;
         std::string name;
-        if (!jsonCfgObj::getJsonIntValue("bss", item, bss) ||
+        // The smallest "bss" has no slot index below it; the build skips it.
+        if (!jsonCfgObj::getJsonIntValue("bss", item, bss) || bss == INT_MIN ||
             !jsonCfgObj::getJsonStrValue(refKey, item, name))
             continue;
         json_object* target = ctx.resolve(table, name);
@@ -83,7 +74,7 @@ void buildServices(const Context& ctx, json_object* map, const std::string& mapA
 }
 
 // Meshpoints go first, then the WLANs; a later service takes a slot from an earlier one.
-void checkSlots(int radioId, const RadioBuild& radio, Findings& out) {
+void checkSlots(const RadioBuild& radio, Findings& out) {
     std::vector<const Service*> order;
     for (const Service& s : radio.meshpoints) order.push_back(&s);
     for (const Service& s : radio.wlans) order.push_back(&s);
@@ -98,8 +89,8 @@ void checkSlots(int radioId, const RadioBuild& radio, Findings& out) {
         }
         if (const Service* earlier = slots[s->index]) {
             out.error(earlier->at, earlier->label + " loses slot " + std::to_string(s->index) +
-                                       " of radio " + std::to_string(radioId) + " to " + s->label +
-                                       " (" + s->at + "); it is dropped");
+                                       " of " + quoted(radio.name) + " to " + s->label + " (" +
+                                       s->at + "); it is dropped");
         }
         slots[s->index] = s;
     }
@@ -116,6 +107,52 @@ void checkServiceIds(const Context& ctx, const char* table, Findings& out) {
                                                         "service wherever it is used");
         }
     });
+}
+
+// What the library's reading of a radio or port name means for it on the AP.
+void checkRadioId(InterfaceRole role, const std::string& name, const jsonCfgPlus::RadioId& radioId,
+                  const std::string& nameAt, Findings& out) {
+    using Outcome = jsonCfgPlus::RadioId::Outcome;
+    switch (radioId.outcome) {
+        case Outcome::kNoNumber:
+            out.error(nameAt, "radio name " + quoted(name) +
+                                  " has no number after its first five characters; the radio "
+                                  "and its services are dropped");
+            return;
+        case Outcome::kTooLarge:
+            out.error(nameAt, "the number in radio name " + quoted(name) + " is above " +
+                                  std::to_string(INT_MAX) +
+                                  "; the radio and its services are dropped");
+            return;
+        case Outcome::kOutOfRange:
+            out.error(nameAt, "port " + quoted(name) +
+                                  " has a number out of range; the port and its services are "
+                                  "dropped");
+            return;
+        case Outcome::kId:
+            break;
+    }
+    if (role != InterfaceRole::Radio) return;
+    const int id = radioId.id;
+    const int maxRadio = jsonCfgPlus::getMaxRadio();
+    if (id == 0) {
+        out.warning(nameAt,
+                    "radio 0 is built, but its radio entry and services carry radio "
+                    "index -1, below the AP's first radio (index 0 is radio 1)");
+    } else if (id > maxRadio) {
+        // Wired port pN takes the id after the last radio's: N + the radio count.
+        out.error(nameAt,
+                  "radio number " + std::to_string(id) + " is beyond the AP's radios 0 to " +
+                      std::to_string(maxRadio) + ": it gets no radio entry, and it shares id " +
+                      std::to_string(id) + " with wired port " +
+                      quoted(jsonCfgPlus::m_wired_port_prefix + std::to_string(id - maxRadio)) +
+                      ", so the two merge and its services go out as that port's");
+    } else if (name.compare(0, 5, "radio") != 0) {
+        out.warning(nameAt,
+                    "the build reads the radio number after the first five characters "
+                    "of " +
+                        quoted(name) + "; name it \"radio\" and the number");
+    }
 }
 
 void checkInterfaceItem(json_object* item, const std::string& at, Findings& out) {
@@ -136,26 +173,13 @@ void checkInterfaceItem(json_object* item, const std::string& at, Findings& out)
     std::string name = json_object_get_string(nameValue);
     std::string type = stringMember(item, "type");
     InterfaceRole role = interfaceRole(item);
-    int id = radioIdOf(role, name);
     std::string nameAt = pointerTo(at, "name");
     if (role == InterfaceRole::Ignored) {
         out.warning(at, "interface " + quoted(name) + " of type " +
                             (type.empty() ? std::string("(none)") : quoted(type)) +
                             " is not one the build reads; it is ignored");
-    } else if (role == InterfaceRole::Radio && id < 1) {
-        out.error(nameAt, "radio name " + quoted(name) +
-                              " has no usable number after its first five characters; the radio "
-                              "and its services are dropped");
-    } else if (role == InterfaceRole::Radio && id > jsonCfgPlus::getMaxRadio()) {
-        out.error(nameAt, "radio number " + std::to_string(id) +
-                              " is beyond the AP's radios 1 to 3; it lands on a port's settings");
-    } else if (role == InterfaceRole::Radio && name.compare(0, 5, "radio") != 0) {
-        out.warning(nameAt,
-                    "the build reads the radio number after the first five characters "
-                    "of " +
-                        quoted(name) + "; name it \"radio\" and the number");
-    } else if ((role == InterfaceRole::Wired || role == InterfaceRole::Bridge) && id < 1) {
-        out.error(nameAt, "port " + quoted(name) + " has no usable number; the port is dropped");
+    } else if (std::optional<jsonCfgPlus::RadioId> radioId = radioIdOf(role, name)) {
+        checkRadioId(role, name, *radioId, nameAt, out);
     }
 }
 
@@ -176,23 +200,19 @@ InterfaceRole interfaceRole(json_object* item) {
     return InterfaceRole::Ignored;
 }
 
-int radioIdOf(InterfaceRole role, const std::string& name) {
-    constexpr size_t kRadioPrefixLength = 5;  // "radio"
-    int number = -1;
+std::optional<jsonCfgPlus::RadioId> radioIdOf(InterfaceRole role, const std::string& name) {
+    using Kind = jsonCfgPlus::RadioIdKind;
     switch (role) {
         case InterfaceRole::Radio:
-            return name.size() > kRadioPrefixLength ? leadingNumber(name.substr(kRadioPrefixLength))
-                                                    : -1;
+            return jsonCfgPlus::radioIdOf(Kind::kRadio, name);
         case InterfaceRole::Bluetooth:
-            return jsonCfgPlus::getMaxRadio();  // the IoT radio shares the last radio's slot
+            return jsonCfgPlus::radioIdOf(Kind::kIotRadio, name);
         case InterfaceRole::Wired:
-            number = leadingNumber(name.substr(jsonCfgPlus::m_wired_port_prefix.size()));
-            return number < 1 ? -1 : number + jsonCfgPlus::getMaxRadio();
+            return jsonCfgPlus::radioIdOf(Kind::kWiredPort, name);
         case InterfaceRole::Bridge:
-            number = leadingNumber(name.substr(jsonCfgPlus::m_bridge_port_prefix.size()));
-            return number < 1 ? -1 : number + jsonCfgPlus::getMaxRadio() + kWiredPortCount;
+            return jsonCfgPlus::radioIdOf(Kind::kBridgePort, name);
         default:
-            return -1;
+            return std::nullopt;
     }
 }
 
@@ -218,10 +238,12 @@ void checkServices(const Context& ctx, Findings& out) {
         for (size_t i = 0; i < count; ++i) {
             json_object* item = json_object_array_get_idx(list.list, i);
             InterfaceRole role = interfaceRole(item);
-            int id = radioIdOf(role, stringMember(item, "name"));
-            if (id < 1) continue;
+            std::string name = stringMember(item, "name");
+            std::optional<jsonCfgPlus::RadioId> radioId = radioIdOf(role, name);
+            if (!radioId || radioId->outcome != jsonCfgPlus::RadioId::Outcome::kId) continue;
+            const int id = radioId->id;
             std::string at = pointerTo(list.pointer, i);
-            RadioBuild built{at, {}, {}};
+            RadioBuild built{at, name, {}, {}};
             buildServices(ctx, jsonCfgObj::getJsonObject("wlanbssmap", item),
                           pointerTo(at, "wlanbssmap"), "wlan", "wlan", built.wlans, out);
             if (role == InterfaceRole::Radio) {
@@ -237,13 +259,13 @@ void checkServices(const Context& ctx, Findings& out) {
             for (const Service& wlan : built.wlans) mergeService(existing->second.wlans, wlan, out);
             if (!built.meshpoints.empty()) {
                 out.error(pointerTo(at, "meshpointbssmap"),
-                          "radio " + std::to_string(id) + " is already built from " +
-                              existing->second.at +
+                          quoted(name) + " has radio id " + std::to_string(id) +
+                              ", already built from " + existing->second.at +
                               "; the meshpoints of this one are not merged and are dropped");
             }
         }
     }
-    for (const auto& [id, radio] : radios) checkSlots(id, radio, out);
+    for (const auto& entry : radios) checkSlots(entry.second, out);
 }
 
 }  // namespace lint

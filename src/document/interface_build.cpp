@@ -57,16 +57,43 @@ bool isPrefixedNumber(const std::string& name, const std::string& prefix) {
 
 enum class NumberRead { kNoDigits, kTooLarge, kRead };
 
-// The decimal number at the start of text, however many leading zeros it has. kTooLarge when
-// its value passes INT_MAX, kNoDigits when text does not start with a digit.
-NumberRead leadingNumber(const std::string& text, long long& value) {
+// The decimal number at text[from] onwards, however many leading zeros it has. kTooLarge when
+// its value passes INT_MAX, kNoDigits when no digit stands there.
+NumberRead leadingNumber(const std::string& text, size_t from, long long& value) {
     value = 0;
-    size_t i = 0;
+    size_t i = from;
     for (; i < text.size() && isDigit(text[i]); ++i) {
         value = value * 10 + (text[i] - '0');
         if (value > INT_MAX) return NumberRead::kTooLarge;
     }
-    return i == 0 ? NumberRead::kNoDigits : NumberRead::kRead;
+    return i == from ? NumberRead::kNoDigits : NumberRead::kRead;
+}
+
+jsonCfgPlus::RadioId noId(jsonCfgPlus::RadioId::Outcome outcome) {
+    return {outcome, 0};
+}
+
+jsonCfgPlus::RadioId withId(long long value) {
+    return {jsonCfgPlus::RadioId::Outcome::kId, static_cast<int>(value)};
+}
+
+// The build's warning for an interface skipped for its name; false when it has an id.
+bool skippedForName(const jsonCfgPlus::RadioId& radioId, const std::string& name) {
+    using Outcome = jsonCfgPlus::RadioId::Outcome;
+    switch (radioId.outcome) {
+        case Outcome::kId:
+            return false;
+        case Outcome::kNoNumber:
+            jcp::diag("[WARN] radio without a radio number in its name skipped: ", name);
+            return true;
+        case Outcome::kTooLarge:
+            jcp::diag("[WARN] radio number too large, radio skipped: ", name);
+            return true;
+        case Outcome::kOutOfRange:
+            jcp::diag("[WARN] port number out of range, port skipped: ", name);
+            return true;
+    }
+    return true;
 }
 
 std::string stringMember(json_object* obj, const char* key) {
@@ -94,6 +121,33 @@ bool jsonCfgPlus::isWiredPortInterface(const std::string& name) {
 
 bool jsonCfgPlus::isBridgePortInterface(const std::string& name) {
     return isPrefixedNumber(name, m_bridge_port_prefix);
+}
+
+jsonCfgPlus::RadioId jsonCfgPlus::radioIdOf(RadioIdKind kind, const std::string& name) {
+    constexpr size_t kRadioPrefixLength = 5;  // "radio"
+    using Outcome = RadioId::Outcome;
+    long long number = 0;
+    NumberRead read = NumberRead::kNoDigits;
+    switch (kind) {
+        case RadioIdKind::kRadio:
+            read = leadingNumber(name, kRadioPrefixLength, number);
+            if (read == NumberRead::kNoDigits) return noId(Outcome::kNoNumber);
+            if (read == NumberRead::kTooLarge) return noId(Outcome::kTooLarge);
+            return withId(number);
+        case RadioIdKind::kIotRadio:
+            return withId(kIotRadioId);
+        case RadioIdKind::kWiredPort:
+            read = leadingNumber(name, m_wired_port_prefix.size(), number);
+            if (read != NumberRead::kRead || number < kMinWiredNumber || number > kMaxWiredNumber)
+                return noId(Outcome::kOutOfRange);
+            return withId(number + getMaxRadio());
+        case RadioIdKind::kBridgePort:
+            read = leadingNumber(name, m_bridge_port_prefix.size(), number);
+            if (read != NumberRead::kRead || number > kMaxBridgeNumber)
+                return noId(Outcome::kOutOfRange);
+            return withId(kFirstBridgeRadioId - number);
+    }
+    return noId(Outcome::kNoNumber);
 }
 
 void jsonCfgPlus::buildInterfaceConfig(json_object* interfaces,
@@ -172,19 +226,9 @@ void jsonCfgPlus::buildInterfaceConfig(json_object* interfaces,
 
 void jsonCfgPlus::buildRadioInterface(json_object* radioJson, const std::string& name,
                                       InterfaceBuild& build) {
-    constexpr size_t kRadioPrefixLength = 5;  // "radio"
-    long long number = 0;
-    NumberRead read = leadingNumber(
-        name.size() > kRadioPrefixLength ? name.substr(kRadioPrefixLength) : "", number);
-    if (read == NumberRead::kNoDigits) {
-        jcp::diag("[WARN] radio without a radio number in its name skipped: ", name);
-        return;
-    }
-    if (read == NumberRead::kTooLarge) {
-        jcp::diag("[WARN] radio number too large, radio skipped: ", name);
-        return;
-    }
-    const int id = static_cast<int>(number);
+    RadioId radioId = radioIdOf(RadioIdKind::kRadio, name);
+    if (skippedForName(radioId, name)) return;
+    const int id = radioId.id;
     trace("process Radio: ", id);
 
     build.radios.emplace_back();
@@ -222,24 +266,16 @@ void jsonCfgPlus::buildBluetoothInterface(json_object* bluetooth, InterfaceBuild
 
 void jsonCfgPlus::buildWiredPortInterface(json_object* port, const std::string& name,
                                           InterfaceBuild& build) {
-    long long number = 0;
-    NumberRead read = leadingNumber(name.substr(m_wired_port_prefix.size()), number);
-    if (read != NumberRead::kRead || number < kMinWiredNumber || number > kMaxWiredNumber) {
-        jcp::diag("[WARN] port number out of range, port skipped: ", name);
-        return;
-    }
-    buildPortRadio(port, name, static_cast<int>(number) + getMaxRadio(), build);
+    RadioId radioId = radioIdOf(RadioIdKind::kWiredPort, name);
+    if (skippedForName(radioId, name)) return;
+    buildPortRadio(port, name, radioId.id, build);
 }
 
 void jsonCfgPlus::buildBridgePortInterface(json_object* port, const std::string& name,
                                            InterfaceBuild& build) {
-    long long number = 0;
-    NumberRead read = leadingNumber(name.substr(m_bridge_port_prefix.size()), number);
-    if (read != NumberRead::kRead || number > kMaxBridgeNumber) {
-        jcp::diag("[WARN] port number out of range, port skipped: ", name);
-        return;
-    }
-    buildPortRadio(port, name, kFirstBridgeRadioId - static_cast<int>(number), build);
+    RadioId radioId = radioIdOf(RadioIdKind::kBridgePort, name);
+    if (skippedForName(radioId, name)) return;
+    buildPortRadio(port, name, radioId.id, build);
 }
 
 void jsonCfgPlus::buildPortRadio(json_object* port, const std::string& name, int id,

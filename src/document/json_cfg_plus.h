@@ -83,6 +83,20 @@ class JCP_EXPORT jsonCfgPlus {
     static bool isWiredPortInterface(const std::string& name);
     static bool isBridgePortInterface(const std::string& name);
 
+    // The interfaces the build turns into a radio entry, as it tells them apart.
+    enum class RadioIdKind { kRadio, kIotRadio, kWiredPort, kBridgePort };
+    // The radio id an interface's name gives, or why the build skips the interface.
+    struct RadioId {
+        enum class Outcome { kId, kNoNumber, kTooLarge, kOutOfRange };
+        Outcome outcome;
+        int id;  // meaningful with kId only
+    };
+    // A radio's number is read after the first five characters of its name, leading zeros
+    // and all: N from 0 to INT_MAX is id N; kNoNumber without a digit there, kTooLarge past
+    // INT_MAX. The IoT radio is -1. Wired "pN" is N + 3 for N from 1 to INT_MAX - 3, bridge
+    // "brN" is -2 - N for N from 0 to INT_MAX - 2; any other port number is kOutOfRange.
+    static RadioId radioIdOf(RadioIdKind kind, const std::string& name);
+
     // Element-side dump of the global list, the radios, their services and meshpoints.
     void printConfig() const;
 
