@@ -1,4 +1,5 @@
-// The build driver, the interface build and the WLAN/meshpoint build, on whole documents.
+// The build driver, the interface build and the service merge where a document is odd;
+// whole documents are golden files (golden_test).
 #include <gtest/gtest.h>
 
 #include "document/json_cfg_plus.h"
@@ -29,129 +30,6 @@ const cfgElement* find(const std::list<cfgElement>& list, const std::string& nam
         if (e.name == name) return &e;
     }
     return nullptr;
-}
-
-// A device, its profile with two radios, the RF domain with both policies, and WLANs.
-const char kFullDocument[] = R"({
-  "config-version": "0a0b", "personality": "ap", "request-id": 12, "cen_time": 1000,
-  "ip": "", "port": 0, "key": "",
-  "assoc_acl": [{"name": "a", "rule": []}],
-  "cen_ext_app_cfg_tbl": {"id": 3},
-  "radio_qos": [{"name": "rq", "wmm": true, "admission_control_voice_enable": true,
-                 "admission_control_video_enable": false,
-                 "admission_control_best_effort_enable": false,
-                 "admission_control_background_enable": true}],
-  "device": {"name": "d", "profile_name": "p", "rf_domain_name": "rf", "led": "on",
-             "only_device": 1,
-             "interface": [{"name": "radio2", "type": "radio", "power": 9,
-                            "wlanbssmap": [{"bss": 4, "wlan": "w2"}]}]},
-  "profile": [{"name": "p", "type": "x", "led": "off", "management_policy": "m",
-               "interface": [
-                 {"name": "vlan1", "type": "vlan", "vlan": 1},
-                 {"name": "radio2", "type": "radio", "power": 5, "channel": "36",
-                  "qos_policy": "rq", "placement": "outdoor",
-                  "wlanbssmap": [{"bss": 1, "wlan": "w1"}, {"bss": 2, "wlan": "w2"}]},
-                 {"name": "radio1", "type": "radio", "power": 3},
-                 {"name": "tun", "type": "gre", "vlan": 30}]}],
-  "management_policy": [{"name": "m", "ssh": true}],
-  "rf_domain": [{"name": "rf", "sensor_policy_name": "s", "smart_rf_policy": "sr", "cc": "de"}],
-  "sensor_policy": [{"name": "s", "mode": "scan"}],
-  "smart_rf_policy": [{"name": "sr", "enable": true}],
-  "wlan": [{"name": "w1", "cen_ssid_id": 1, "qos_policy": "wq", "mac_in_acl": "acl",
-            "mac_out_acl": "acl", "captive_portal": "cp", "ssid": "one"},
-           {"name": "w2", "cen_ssid_id": 2, "ssid": "two"}],
-  "wlan_qos": [{"name": "wq", "wmm": true}],
-  "mac_acl": [{"name": "acl", "mac_rules": [{"action": "deny"}]}],
-  "captive_portal": [{"name": "cp", "dns_whitelist": "dw", "aaa_policy": "aaa", "mode": "x"}],
-  "dns_whitelist": [{"name": "dw", "entry": [{"host": "h"}]}],
-  "aaa_policy": [{"name": "aaa", "server": "10.0.0.1"}]
-})";
-
-TEST(BuildDriver, GlobalListOrderAndInformationLines) {
-    jsonCfgPlus doc;
-    Built b = build(doc, kFullDocument);
-    ASSERT_EQ(b.result, 0) << b.output;
-    EXPECT_NE(b.output.find(std::string(64, '=') + "\nJSON-Q+: buildConfig()...\n" +
-                            std::string(64, '=') +
-                            "\nbuild top level look-up table...\n"
-                            " config-version: hex=0x0a0b\n request-id=12\n"
-                            "device: profile resolved.\n"
-                            "resolved management policy from profile.\n"
-                            "device: resolved rf_domain. \n"
-                            "resolved sensor_policy from rf_domain.\n"
-                            "resolved smart_rf_policy from rf_domain.\n"),
-              std::string::npos)
-        << b.output;
-    std::vector<std::string> expected = {
-        "config-version", "personality", "request-id", "cen_time", "ip", "port", "key",
-        "assoc_acl/name", "assoc_acl/rule", "cen_ext_app_cfg_tbl/id", "radio_qos/name",
-        "radio_qos/wmm",
-        // the profile's "led" keeps its place but takes the device's value
-        "led", "management_policy/name", "management_policy/ssh", "rf_domain/name",
-        "rf_domain/sensor_policy_name", "rf_domain/cc", "rf_domain/sensor_policy/name",
-        "rf_domain/sensor_policy/mode", "rf_domain/smart_rf_policy/name",
-        "rf_domain/smart_rf_policy/enable", "smart_rf_cfg", "cen_if_vlans", "name", "only_device",
-        "interface"};
-    EXPECT_EQ(names(doc.m_global), expected);
-    EXPECT_EQ(find(doc.m_global, "led")->strValue, "on");
-    EXPECT_EQ(find(doc.m_global, "smart_rf_cfg")->strValue,
-              "{\n  \"name\": \"sr\",\n  \"enable\": true\n}");
-    EXPECT_EQ(find(doc.m_global, "smart_rf_cfg")->key, "");
-    EXPECT_EQ(doc.m_request_id, 12u);
-    EXPECT_EQ(doc.m_cen_time, 1000);
-    // Virtual interfaces of every kind in one list, in array order.
-    const cfgElement* vlans = find(doc.m_global, "cen_if_vlans");
-    ASSERT_EQ(vlans->kind, CFG_OBJ_ARRAY);
-    ASSERT_EQ(vlans->objArray.size(), 2u);
-    EXPECT_EQ(vlans->objArray.front().elements.front().strValue, "vlan1");
-    EXPECT_EQ(vlans->objArray.back().elements.front().strValue, "tun");
-}
-
-TEST(BuildDriver, RadiosMergeInIdOrderWithDeviceValuesWinning) {
-    jsonCfgPlus doc;
-    ASSERT_EQ(build(doc, kFullDocument).result, 0);
-    ASSERT_EQ(doc.m_radios.size(), 2u);
-    EXPECT_EQ(doc.m_radios[0].id, 1);
-    const radio_entry& radio2 = doc.m_radios[1];
-    EXPECT_EQ(radio2.id, 2);
-    EXPECT_EQ(names(radio2.elements), (std::vector<std::string>{"cen_radio_id", "name", "power",
-                                                                "channel", "cen_radio/placement"}));
-    EXPECT_EQ(find(radio2.elements, "power")->intValue, 9);
-
-    // w1 (bss 1), w2 (bss 2) from the profile; the device's w2 at bss 4 merges into the
-    // existing service by SSID id, which keeps its first index.
-    ASSERT_EQ(radio2.wlans.size(), 2u);
-    EXPECT_EQ(radio2.wlans[0].index, 0);
-    EXPECT_EQ(radio2.wlans[1].index, 1);
-    EXPECT_EQ(radio2.wlans[1].ssidId, 2);
-
-    const std::list<cfgElement>& w1 = radio2.wlans[0].elements;
-    EXPECT_EQ(names(w1),
-              (std::vector<std::string>{"cen_radio_id",
-                                        "cen_ssid_id",
-                                        "name",
-                                        "ssid",
-                                        "qos_policy/name",
-                                        "qos_policy/wmm",
-                                        "qos_policy/admission_control_voice_enable",
-                                        "qos_policy/admission_control_video_enable",
-                                        "qos_policy/admission_control_best_effort_enable",
-                                        "qos_policy/admission_control_background_enable",
-                                        "mac_in_acl/name",
-                                        "mac_in_acl/mac_rules",
-                                        "mac_out_acl/name",
-                                        "mac_out_acl/mac_rules",
-                                        "captive_portal/name",
-                                        "captive_portal/mode",
-                                        "captive_portal/dns_whitelist/name",
-                                        "captive_portal/dns_whitelist/entry",
-                                        "captive_portal/aaa_policy/name",
-                                        "captive_portal/aaa_policy/server"}));
-    EXPECT_EQ(find(w1, "cen_radio_id")->key, "name");
-    // The WLAN's own "cen_ssid_id" member replaces the built one in place.
-    EXPECT_EQ(find(w1, "cen_ssid_id")->key, "cen_ssid_id");
-    // A WLAN without a QoS policy gets none of the radio's admission-control settings.
-    EXPECT_EQ(find(radio2.wlans[1].elements, "qos_policy/admission_control_voice_enable"), nullptr);
 }
 
 TEST(BuildDriver, MissingDeviceFailsEvenWithRedisSource) {
@@ -227,57 +105,6 @@ TEST(InterfaceBuild, SkipsWhatItCannotUse) {
     ASSERT_EQ(doc.m_radios[0].wlans.size(), 1u);
     EXPECT_EQ(doc.m_radios[0].wlans[0].index, -1);  // bss 0
     EXPECT_TRUE(doc.m_radios[0].meshpoints.empty());
-}
-
-TEST(InterfaceBuild, PortsAndIotBecomePseudoRadios) {
-    jsonCfgPlus doc;
-    ASSERT_EQ(build(doc, R"({"device": {"interface": [
-        {"name": "p2", "type": "ethernet", "wlanbssmap": [{"bss": 1, "wlan": "w"}]},
-        {"name": "br1", "type": "bridge"},
-        {"name": "p0", "type": "ethernet"},
-        {"name": "radio1", "type": "radio"},
-        {"name": "bluetooth1", "type": "bluetooth", "shutdown": true, "mode": "beacon"},
-        {"name": "uwb1", "type": "uwb", "enable": true},
-        {"name": "port-channel1", "type": "ethernet",
-         "switchport": {"native_vlan": 10, "native_vlan_tagged": true}},
-        {"name": "ge1", "type": "ethernet", "static_channel_group": 1,
-         "switchport": {"native_vlan": 99}}]},
-      "wlan": [{"name": "w", "cen_ssid_id": 3}]})")
-                  .result,
-              0);
-    std::vector<int> ids;
-    for (const radio_entry& r : doc.m_radios) ids.push_back(r.id);
-    EXPECT_EQ(ids, (std::vector<int>{1, 3, 5, 7}));
-    EXPECT_EQ(doc.m_radios[2].name, "p2");
-    EXPECT_EQ(doc.m_radios[2].wlans.at(0).radioId, 5);
-    EXPECT_TRUE(find(doc.m_radios[1].elements, "shutdown")->boolValue);
-    EXPECT_EQ(find(doc.m_global, "iot/mode")->strValue, "beacon");
-    EXPECT_TRUE(find(doc.m_global, "uwb/enable")->boolValue);
-    // A channel-group member does not override the channel's native VLAN.
-    EXPECT_EQ(find(doc.m_global, "ethernet_if/switchport/native_vlan")->intValue, 10);
-    EXPECT_TRUE(find(doc.m_global, "ethernet_if/switchport/native_vlan_tagged")->boolValue);
-}
-
-TEST(MeshpointBuild, DeviceEntryOverridesProfileEntry) {
-    jsonCfgPlus doc;
-    ASSERT_EQ(build(doc, R"({
-      "device": {"profile_name": "p", "meshpoint_device": [{"name": "m", "root": "dev"}]},
-      "profile": [{"name": "p",
-                   "meshpoint_device": [{"name": "m", "root": "prof", "hops": 2},
-                                        {"name": "other", "root": "x"}],
-                   "interface": [{"name": "radio1", "type": "radio",
-                                  "meshpointbssmap": [{"bss": 2, "meshpoint": "m"},
-                                                      {"bss": 3}]}]}],
-      "meshpoint": [{"name": "m", "cen_ssid_id": 7, "meshid": "mesh"}]})")
-                  .result,
-              0);
-    ASSERT_EQ(doc.m_radios.size(), 1u);
-    ASSERT_EQ(doc.m_radios[0].meshpoints.size(), 1u);
-    const vns_entry& mp = doc.m_radios[0].meshpoints[0];
-    EXPECT_EQ(mp.index, 1);
-    EXPECT_EQ(mp.ssidId, 7);
-    EXPECT_EQ(find(mp.elements, "meshpoint_device/root")->strValue, "dev");
-    EXPECT_EQ(find(mp.elements, "meshpoint_device/hops")->intValue, 2);
 }
 
 TEST(ServiceMerge, SameSsidOnOneRadioIsOneService) {
