@@ -134,24 +134,6 @@ TEST(Hotspot, OsenRuleOnEveryWlan) {
     }
 }
 
-TEST(Hotspot, WlanWithoutPolicyGetsNoRecordLists) {
-    jsonCfgPlus doc;
-    std::string text = R"({"device": {"interface": [{"name": "radio1", "type": "radio",
-        "wlanbssmap": [{"bss": 1, "wlan": "w"}]}]}, "wlan": [{"name": "w", "cen_ssid_id": 1,
-        "plmnid": [{"mcc": "310", "mnc": "410"}]}]})";
-    testsupport::captureStdout([&] { doc.buildConfig(text.data(), unsigned(text.size())); });
-    testsupport::captureStdout([&] {
-        cfgPlusApiConverter().jsonCfgPlusVns11U(doc);
-        cfgPlusApiConverter().jsonCfgPlusVnsPasspoint(doc);
-    });
-    for (const cfgElement& e : wlan(doc)) {
-        if (e.name.rfind("passpoint_policy/", 0) == 0) {
-            EXPECT_EQ(e.name, "passpoint_policy/cen_osen") << "unexpected " << e.name;
-        }
-    }
-    EXPECT_NE(find(doc, "passpoint_policy/cen_osen"), nullptr);
-}
-
 std::string many(int n, const std::string& item) {
     std::string out;
     for (int i = 0; i < n; ++i) out += (i > 0 ? "," : "") + item;
