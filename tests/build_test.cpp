@@ -25,13 +25,6 @@ std::vector<std::string> names(const std::list<cfgElement>& list) {
     return out;
 }
 
-const cfgElement* find(const std::list<cfgElement>& list, const std::string& name) {
-    for (const cfgElement& e : list) {
-        if (e.name == name) return &e;
-    }
-    return nullptr;
-}
-
 TEST(BuildDriver, MissingDeviceFailsEvenWithRedisSource) {
     jsonCfgPlus doc;
     Built b = build(doc, R"({"ip": "127.0.0.1", "port": 1, "key": "k", "personality": "x"})");
@@ -105,27 +98,6 @@ TEST(InterfaceBuild, SkipsWhatItCannotUse) {
     ASSERT_EQ(doc.m_radios[0].wlans.size(), 1u);
     EXPECT_EQ(doc.m_radios[0].wlans[0].index, -1);  // bss 0
     EXPECT_TRUE(doc.m_radios[0].meshpoints.empty());
-}
-
-TEST(ServiceMerge, SameSsidOnOneRadioIsOneService) {
-    std::vector<vns_entry> services;
-    vns_entry first;
-    first.index = 0;
-    first.radioId = 1;
-    first.ssidId = 4;
-    first.elements = {cfgElement("a", 1, "a"), cfgElement("b", 2, "b")};
-    vns_entry second = first;
-    second.index = 5;
-    second.elements = {cfgElement("b", 20, "b"), cfgElement("c", 3, "c")};
-    vns_entry otherRadio = first;
-    otherRadio.radioId = 2;
-    jsonCfgPlus::mergeVnsCfgElement(services, first);
-    jsonCfgPlus::mergeVnsCfgElement(services, second);
-    jsonCfgPlus::mergeVnsCfgElement(services, otherRadio);
-    ASSERT_EQ(services.size(), 2u);
-    EXPECT_EQ(services[0].index, 0);
-    EXPECT_EQ(names(services[0].elements), (std::vector<std::string>{"a", "b", "c"}));
-    EXPECT_EQ(find(services[0].elements, "b")->intValue, 20);
 }
 
 }  // namespace
