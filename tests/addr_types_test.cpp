@@ -64,7 +64,8 @@ TEST(IPAddr, ParseAndPrint) {
         {"2001:DB8:0:0:1:0:0:1", "2001:db8::1:0:0:1"},
         {"::ffff:10.0.0.1", "::ffff:a00:1"},
         {"1:2:3:4:5:6:1.2.3.4", "1:2:3:4:5:6:102:304"}};
-    for (const auto& [text, printed] : accepted) EXPECT_EQ(IPAddr2(text).toString(), printed);
+    for (const auto& [text, printed] : accepted)
+        EXPECT_EQ(IPAddr2(text).toString(), printed) << text;
 
     const char* refused[] = {"10.1",
                              "1.2.3.4.5",

@@ -35,6 +35,8 @@ TEST(DocumentParse, TokenizerErrorsGoToStandardError) {
                 {"{\"a\":1} {", 7, "{\"a\":1}"}};
     jsonCfgPlus doc;
     for (const Row& row : rows) {
+        SCOPED_TRACE(testing::Message()
+                     << "text " << (row.text ? row.text : "(null)") << " length " << row.len);
         json_object* root = nullptr;
         std::string out;
         std::string err = captureStderr(
@@ -94,6 +96,7 @@ TEST(DocumentValidate, PrintsItsFindings) {
         {dir.file("none.json"), -1, "error in file:" + dir.file("none.json") + "\n"}};
     jsonCfgPlus doc;
     for (const Row& row : rows) {
+        SCOPED_TRACE(row.path);
         int result = 0;
         std::string out = captureStdout([&] { result = doc.validate(row.path.c_str()); });
         EXPECT_EQ(result, row.result);

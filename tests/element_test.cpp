@@ -165,7 +165,10 @@ TEST(Render, OneLinePerScalarKind) {
                 {cfgElement("il", std::list<int>{}), 0, "\"il\": [ ]"},
                 {object("o", {}), 1, "  \"o\": { }"},
                 {cfgElement("a", cfgObjArray{}), 1, "  \"a\": [ ]"}};
-    for (const Row& row : rows) expectRendering(row.element, row.indent, row.expected);
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.element.name);
+        expectRendering(row.element, row.indent, row.expected);
+    }
 }
 
 TEST(Render, NestedObjectsAndArraysCloseOnTheirOwnLine) {
@@ -274,7 +277,7 @@ TEST(Walk, IncludeAndExcludeFilterOnlyTheTopLevel) {
                 {R"({"a":[{"c":1}]})", {}, {"c"}, "a;"},
                 {R"({"a":1,"":2})", {""}, {}, ";"}};
     for (const Row& row : rows) {
-        SCOPED_TRACE(row.json);
+        SCOPED_TRACE(testing::Message() << "row " << (&row - rows) << ": " << row.json);
         std::string names;
         for (const cfgElement& e : walkText(row.json, "", row.include, row.exclude))
             names += e.name + ";";

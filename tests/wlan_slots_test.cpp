@@ -130,6 +130,7 @@ TEST(MeshpointToWlan, RootFlagAndBandDecideTheRadiosAcsChannelList) {
          "[ERR] Radio3 does not support mesh ACS rf_mode: 11ad \n"},
     };
     for (const Case& c : cases) {
+        SCOPED_TRACE(testing::Message() << "case " << (&c - cases) << ", rf_mode " << c.rfMode);
         jsonCfgPlus doc;
         doc.m_radios = {radio(3, {cfgElement("rf_mode", c.rfMode)})};
         doc.m_radios[0].meshpoints = {service(3, 0, 4, c.mesh)};
