@@ -19,11 +19,15 @@ const unsigned char kMacBytes[6] = {0x00, 0x1a, 0x2b, 0x3c, 0x4d, 0x5e};
 
 TEST(MACAddr, Validity) {
     // MACAddr::isValid, then MACAddr2::isValid with "-".
-    const std::tuple<const char*, bool, bool> cases[] = {
-        {"aa:BB:cc:DD:ee:FF", true, false},     {"00-11-22-33-44-55", false, true},
-        {"00:11:22:33:44:5g", false, false},    {"00:11:22:33:44:55:", false, false},
-        {"00:11:22:33:44", false, false},       {"001:1:22:33:44:55", false, false},
-        {"00:11:22:33:44:5\xe5", false, false}, {nullptr, false, false}};
+    const std::tuple<const char*, bool, bool> cases[] = {{"aa:BB:cc:DD:ee:FF", true, false},
+                                                         {"00-11-22-33-44-55", false, true},
+                                                         {"00:11:22:33:44:5g", false, false},
+                                                         {"00:11:22:33:44:55:", false, false},
+                                                         {"00:11:22:33:44", false, false},
+                                                         {"00:11:22:33:44-55", false, false},
+                                                         {"001:1:22:33:44:55", false, false},
+                                                         {"00:11:22:33:44:5\xe5", false, false},
+                                                         {nullptr, false, false}};
     for (const auto& [text, colon, hyphen] : cases) {
         EXPECT_EQ(MACAddr::isValid(text), colon) << (text ? text : "(null)");
         EXPECT_EQ(MACAddr2::isValid(text, '-'), hyphen) << (text ? text : "(null)");
