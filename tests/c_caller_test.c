@@ -32,6 +32,8 @@ typedef struct {
 
 extern result_record* parseJsonCfgPlus(const char*, unsigned int, int (*)(void*), int, int, int);
 extern void freeJsonCfgPlus(result_record*);
+extern int getJsonCfgPlusReqId(const char*, unsigned int);
+extern int addrchk(const char*, int);
 
 static int failures;
 
@@ -118,6 +120,8 @@ int main(void) {
     result_record* r = parseJsonCfgPlus(kDocument, (unsigned int)strlen(kDocument), NULL, 0, 0, 0);
     EXPECT(r != NULL);
     if (r == NULL) return 1;
+    EXPECT(getJsonCfgPlusReqId(kDocument, (unsigned int)strlen(kDocument)) == 7);
+    EXPECT(addrchk("1.2.3", 2) == 5); /* IPv4 only: three parts, faulted at the last character */
     check_global(&r->global);
     check_lists(r);
     freeJsonCfgPlus(r);
