@@ -151,7 +151,7 @@ TEST(IPAddr, Ordering) {
 
 TEST(IPAddr, MasksAndBitwise) {
     const std::tuple<const char*, unsigned, const char*> cases[] = {
-        {"192.168.1.77", 24, "192.168.1.0"},
+        {"192.168.1.177", 24, "192.168.1.0"},
         {"192.168.1.77", 0, "0.0.0.0"},
         {"192.168.1.77", 40, "192.168.1.77"},
         {"2001:db8:abcd:1234::1", 52, "2001:db8:abcd:1000::"},
