@@ -189,6 +189,9 @@ TEST_F(FilterRules, InvalidRulesFailTheParseWithTheirMessage) {
          "Class of service in the rule is not valid: transmit_queue: 16"},
         {acl("ip", true, R"({"egress_enable": 1})"),
          "Class of service in the rule is not valid: egress_enable: 1"},
+        {document(R"("captive_portal": "cp")",
+                  R"("captive_portal": [{"name": "cp", "cen_http_ports": "80,65536"}])"),
+         "HTTP port of the captive portal is not valid: 65536"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.message);
