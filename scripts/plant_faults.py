@@ -74,7 +74,8 @@ def main():
         try:
             path.write_text(text.replace(fault["original"], fault["replacement"]))
             built = run(["cmake", "--build", str(build), "-j", "2"], ROOT) == 0
-            failed = not built or run(ctest, build) != 0
+            # One failing test is enough to call the fault caught.
+            failed = not built or run(ctest + ["--stop-on-failure"], build) != 0
         finally:
             path.write_text(text)
         # A fault that does not compile says nothing about the tests.

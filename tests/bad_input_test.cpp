@@ -51,15 +51,6 @@ TEST(BadInput, EveryStoredShapeEndsCleanly) {
     EXPECT_EQ(seen, expectedBuilt.size());
 }
 
-TEST(BadInput, MessagesOfTheCommonFailures) {
-    Outcome truncated = parse(R"({"device": {"name": "ap")");
-    EXPECT_EQ(truncated.err, "Error: continue\n");
-    Outcome array = parse("[1, 2]");
-    EXPECT_NE(array.out.find("[ERR] not found mandatory device.\n"), std::string::npos);
-    Outcome junk = parse("{\"device\": {}, x}");
-    EXPECT_EQ(junk.err.rfind("Error: ", 0), 0u);
-}
-
 TEST(BadInput, NestingBeyondTheTokenerLimitIsRejected) {
     std::string deep = "{\"device\": {\"a\": ";
     for (int i = 0; i < 200; ++i) deep += "[";

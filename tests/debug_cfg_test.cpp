@@ -78,6 +78,7 @@ TEST_F(DebugCfgTest, UnreadableFileChangesNothing) {
         {"<settings><debug><cap>1</cap></debug></settings>", "xml parse error."},
     };
     for (const auto& [content, message] : cases) {
+        SCOPED_TRACE(content != nullptr ? content : "(no file)");
         EXPECT_EQ(load(content), loading() + message + "\n");
         EXPECT_EQ(sw().cap, 9);
         EXPECT_EQ(sw().saveCfg, 1);

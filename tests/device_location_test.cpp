@@ -25,46 +25,32 @@ std::string rendered(const cfgElement& element, unsigned int indent) {
     return text;
 }
 
-// Built from JSON, so the converters see the names the build really gives.
-TEST(DeviceLocationConverters, WholeDocument) {
+// Built from JSON, so the converters see the names the build really gives; the example's
+// golden dump shows the usual case, this the limits: three sensor servers, the first route,
+// an ARP-guard entry without an IPv4 address.
+TEST(DeviceLocationConverters, WhatIsKeptOfLongerLists) {
     const std::string text = R"({"profile": [{"name": "p"}],
-      "device": {"name": "d", "profile_name": "p", "rf_domain_name": "rf", "hostname": "ap-1",
+      "device": {"profile_name": "p", "rf_domain_name": "rf",
         "route": [{"gateway": "10.0.0.254", "metric": 1}, {"gateway": "10.9.9.9"}],
-        "arp_guard_acl": [{"ip": "10.0.0.1", "mac": "00:11:22:33:44:55"}, {"ip": "fe80::1"},
-                          {"mac": "00:11:22:33:44:66"}, {"ip": "192.168.1.2"}]},
-      "rf_domain": [{"name": "rf",
-        "location_server": [{"host": "loc", "port": 8443}, {"host": "other"}],
-        "sensor_server": [{"host": "10.0.0.5"}, {"port": 80, "host": "s2"}, {"host": "s3"},
-                          {"host": "s4"}]}]})";
+        "arp_guard_acl": [{"ip": "fe80::1"}, {"ip": "192.168.1.2"}]},
+      "rf_domain": [{"name": "rf", "sensor_server": [{"host": "10.0.0.5"},
+                     {"port": 80, "host": "s2"}, {"host": "s3"}, {"host": "s4"}]}]})";
     jsonCfgPlus doc;
     testsupport::captureStdout([&] { ASSERT_EQ(doc.buildConfig(text.data(), text.size()), 0); });
     cfgPlusApiConverter c;
-    EXPECT_EQ(testsupport::captureStdout([&] {
-                  for (auto step : {&cfgPlusApiConverter::jsonCfgPlusApName,
-                                    &cfgPlusApiConverter::jsonCfgPlusLocation,
-                                    &cfgPlusApiConverter::jsonCfgPlusAdspServer,
-                                    &cfgPlusApiConverter::jsonCfgPlusRouteCfg,
-                                    &cfgPlusApiConverter::jsonCfgPlusArpGuard})
-                      EXPECT_EQ((c.*step)(doc), 0);
-              }),
-              "ARP Guard ACL entries:4\n");
+    testsupport::captureStdout([&] {
+        for (auto step :
+             {&cfgPlusApiConverter::jsonCfgPlusAdspServer,
+              &cfgPlusApiConverter::jsonCfgPlusRouteCfg, &cfgPlusApiConverter::jsonCfgPlusArpGuard})
+            EXPECT_EQ((c.*step)(doc), 0);
+    });
     std::string all = dump(doc.m_global);
     for (const char* expected :
-         {"\"rf_domain/location_server/host\": \"loc\"\n\"rf_domain/location_server/port\": 8443\n"
-          "\"rf_domain/location_server\": [",
-          "\"rf_domain/sensor_server_addresses\": [\"10.0.0.5:443\",\"s2:80\",\"s3:443\"]\n"
-          "\"rf_domain/sensor_server\": [",
-          "\"cen_ap_name\": \"ap-1\"\n\"hostname\": \"ap-1\"\n",
+         {"\"rf_domain/sensor_server_addresses\": [\"10.0.0.5:443\",\"s2:80\",\"s3:443\"]\n",
           "\"route/gateway\": \"10.0.0.254\"\n\"route/metric\": 1\n\"route\": [",
-          "\"cen_arp_guard_acl\": 0x040000000A0000010000000000000000C0A8010200000000"})
+          "\"cen_arp_guard_acl\": 0x0200000000000000C0A80102"})
         EXPECT_NE(all.find(expected), std::string::npos) << expected << "\nin\n" << all;
     EXPECT_EQ(all.find("10.9.9.9\"\n\"route\""), std::string::npos);
-
-    auto acl = c.findCfgElement(doc.m_global, "cen_arp_guard_acl");
-    EXPECT_EQ(acl->bytesValue.size(), 132u);
-    EXPECT_EQ(rendered(*acl, 1),
-              "  \"cen_arp_guard_acl\": {\n    \"count\": 4,\n    \"1\": \"10.0.0.1\",\n"
-              "    \"2\": \"0.0.0.0\",\n    \"3\": \"0.0.0.0\",\n    \"4\": \"192.168.1.2\"\n  }");
 }
 
 TEST(DeviceConverters, ArpGuardKeepsTheFirst32Of40) {

@@ -1,10 +1,13 @@
-// cfgElement: value semantics, conversion into caller entries and their release, rendering.
+// Elements: the walk of a JSON tree into them, value semantics, conversion into caller entries
+// and their release, and both renderings.
 #include <gtest/gtest.h>
+#include <json-c/json.h>
 
 #include <cstdlib>
 #include <cstring>
 #include <string>
 
+#include "document/json_cfg_plus.h"
 #include "model/cfg_element.h"
 #include "test_support.h"
 
@@ -13,6 +16,7 @@ namespace {
 using namespace std::string_literals;
 using Strings = std::list<std::string>;
 using Bytes = std::vector<uint8_t>;
+using Keys = std::list<std::string>;
 
 int g_customFrees = 0;
 // Stands in for a converter's release: frees the value block only, never the name.
@@ -42,74 +46,6 @@ cfgObjArray items(std::initializer_list<cfgElement> elements) {
 }
 cfgElement object(const std::string& name, std::initializer_list<cfgElement> elements) {
     return cfgElement(name, cfgElementList(elements));
-}
-
-// Which value members hold something: one letter each, in declaration order.
-std::string filled(const cfgElement& e) {
-    std::string out;
-    for (auto [set, letter] : {std::pair{!e.strValue.empty(), 's'},
-                               {e.intValue != 0, 'i'},
-                               {e.boolValue, 'b'},
-                               {e.doubleValue != 0, 'd'},
-                               {!e.bytesValue.empty(), 'y'},
-                               {!e.strList.empty(), 'S'},
-                               {!e.intList.empty(), 'I'},
-                               {!e.elements.empty(), 'O'},
-                               {!e.objArray.empty(), 'A'}})
-        if (set) out += letter;
-    return out;
-}
-
-TEST(CfgElement, ConstructorsSetTheKindAndOnlyTheirValue) {
-    const cfgElementList one{cfgElement("x", 1)};
-    struct Row {
-        cfgElement e;
-        cfgElementKind kind;
-        const char* filled;
-        bool takesFunctions;
-    } rows[] = {
-        {cfgElement("i", 7, "k", noRelease, printY), CFG_INT, "i", true},
-        {cfgElement("s", "v"s, "k", noRelease, printY), CFG_STRING, "s", true},
-        {cfgElement("c", "v", "k", noRelease, printY), CFG_STRING, "s", true},
-        {cfgElement("b", true, "k"), CFG_BOOL, "b", false},
-        {cfgElement("o", one, "k", noRelease, printY), CFG_OBJECT, "O", true},
-        {cfgElement("a", items({object("", {})}), "k", noRelease, printY), CFG_OBJ_ARRAY, "A",
-         true},
-        {cfgElement("y", Bytes{1}, "k", noRelease, printY), CFG_BYTES, "y", true},
-        {cfgElement("l", std::list<int>{3}, "k", noRelease, printY), CFG_INT_LIST, "I", true},
-        {cfgElement("t", Strings{"p"}, "k"), CFG_STR_LIST, "S", false}};
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.e.name);
-        EXPECT_EQ(row.e.kind, row.kind);
-        EXPECT_EQ(row.e.key, "k");
-        EXPECT_EQ(filled(row.e), row.filled);
-        EXPECT_EQ(row.e.freeFn, row.takesFunctions ? noRelease : nullptr);
-        EXPECT_EQ(row.e.printFn, row.takesFunctions ? printY : nullptr);
-    }
-}
-
-TEST(CfgElement, CopiesAreDeepAndAssignmentTakesEveryMember) {
-    cfgElement source("outer", cfgElementList{object("inner", {cfgElement("n", 1)})}, "k");
-    source.objArray.push_back(source.elements.front());
-    cfgElement copy(source);
-    copy.elements.front().elements.front().intValue = 2;
-    copy.objArray.front().elements.front().name = "changed";
-    EXPECT_EQ(source.toString(0), "\"outer\": {\n  \"inner\": {\n    \"n\": 1\n  }\n}");
-    EXPECT_EQ(source.objArray.front().elements.front().name, "n");
-
-    cfgElement target("t", 5, "tk", releaseValueOnly, printX);
-    cfgElement list("s", Strings{"a", "b"}, "sk");
-    list.freeFn = noRelease;
-    list.printFn = printY;
-    target = list;
-    EXPECT_EQ(target.kind, CFG_STR_LIST);
-    EXPECT_EQ(target.name + "|" + target.key + "|" + filled(target), "s|sk|S");
-    EXPECT_EQ(target.freeFn, noRelease);
-    EXPECT_EQ(target.printFn, printY);
-    target = source;
-    EXPECT_EQ(target.name + "|" + target.key + "|" + filled(target), "outer|k|OA");
-    EXPECT_EQ(target.freeFn, nullptr);
-    EXPECT_EQ(target.printFn, nullptr);
 }
 
 // The bytes of a run of values as they lie in memory.
@@ -187,31 +123,6 @@ TEST(ApiEntry, NestedKindsHoldOneEntryPerItem) {
     EXPECT_NE(a[1].value, nullptr);
 }
 
-TEST(ApiEntryList, ConvertsEveryElementWithRadioAndVns) {
-    apiCfgPlusEntry junk{};
-    apiCfgPlusEntryArray array{99, &junk};
-    cfgElement::setApiCfgPlusList(
-        {cfgElement::makeNull("n", ""), cfgElement("s", "v"), object("o", {cfgElement("o/i", 4)})},
-        &array, 2, 5);  // the list is gone before the entries are read
-    ASSERT_EQ(array.count, 3);
-    for (int i = 0; i < 3; ++i) {
-        EXPECT_STREQ(array.entries[i].name, std::string(1, "nso"[i]).c_str());
-        EXPECT_EQ(array.entries[i].radio * 10 + array.entries[i].vns, 25);
-    }
-    EXPECT_STREQ(static_cast<char*>(array.entries[1].value), "v");
-    auto* nested = static_cast<apiCfgPlusEntry*>(array.entries[2].value);
-    EXPECT_EQ(*static_cast<int32_t*>(nested->value), 4);
-    cfgElement::freeApiCfgPlusEntries(&array);
-
-    apiCfgPlusEntryArray empty{7, &junk};
-    cfgElement::setApiCfgPlusList(cfgElementList{}, &empty, -1, -1);
-    EXPECT_EQ(empty.count, 0);
-    EXPECT_EQ(empty.entries, nullptr);
-    cfgElement::freeApiCfgPlusEntries(&empty);
-    cfgElement::setApiCfgPlusList(cfgElementList{cfgElement("x", 1)}, nullptr, 0, 0);
-    cfgElement::freeApiCfgPlusEntries(nullptr);
-}
-
 TEST(ApiEntryRelease, CustomFreeFnTakesOverTheWholeRelease) {
     g_customFrees = 0;
     apiCfgPlusEntry top{};
@@ -246,20 +157,18 @@ TEST(Render, OneLinePerScalarKind) {
         const char* expected;
     } rows[] = {{cfgElement("rate", 5), 1, "  \"rate\": 5"},
                 {cfgElement("on", true), 2, "    \"on\": true"},
-                {cfgElement::makeNull("n", ""), 0, "\"n\": null"},
-                {cfgElement::makeDouble("d", 1.5, ""), 0, "\"d\": 1.500000"},
                 {cfgElement::makeDouble("d", -0.125, ""), 0, "\"d\": -0.125000"},
                 {cfgElement("s", "say \"hi\""), 0, "\"s\": \"say \"hi\"\""},
                 {cfgElement("y", Bytes{0x0A, 0xFF, 0x00}), 0, "\"y\": 0x0AFF00"},
                 {cfgElement("y", Bytes{}), 0, "\"y\": <NULL>"},
-                {cfgElement::makeEmptyArray("e", ""), 0, "\"e\": [ ]"},
-                {cfgElement("sl", Strings{"a", "bc"}), 0, "\"sl\": [\"a\",\"bc\"]"},
                 {cfgElement("sl", Strings{}), 0, "\"sl\": [ ]"},
-                {cfgElement("il", std::list<int>{1, -2}), 0, "\"il\": [1,-2]"},
                 {cfgElement("il", std::list<int>{}), 0, "\"il\": [ ]"},
                 {object("o", {}), 1, "  \"o\": { }"},
                 {cfgElement("a", cfgObjArray{}), 1, "  \"a\": [ ]"}};
-    for (const Row& row : rows) expectRendering(row.element, row.indent, row.expected);
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.element.name);
+        expectRendering(row.element, row.indent, row.expected);
+    }
 }
 
 TEST(Render, NestedObjectsAndArraysCloseOnTheirOwnLine) {
@@ -299,6 +208,97 @@ TEST(Render, EntryOnlyCases) {
     EXPECT_EQ(custom.toString(0), "\"c\": 0xAB");
     Entry parent(object("p", {cfgElement("i", 1), cfgElement("c", 2, "", nullptr, printY)}));
     EXPECT_EQ(cfgElement::printApiCfgPlusEntry(parent.e, 0), "\"p\": {\n  \"i\": 1,\nY\n}");
+}
+
+// One line per element: kind, [path string], then its rendering.
+std::string describe(const cfgElementList& list) {
+    std::string out;
+    for (const cfgElement& e : list)
+        out += std::to_string(e.kind) + " [" + e.key + "] " + e.toString(0) + "\n";
+    return out;
+}
+
+cfgElementList walkText(const std::string& json, const std::string& path = "",
+                        const Keys& include = {}, const Keys& exclude = {},
+                        cfgElementList out = {}) {
+    json_object* root = json_tokener_parse(json.c_str());
+    EXPECT_NE(root, nullptr) << json;
+    jsonCfgPlus::walk(root, path, include, exclude, out);
+    json_object_put(root);
+    return out;
+}
+
+TEST(Walk, EveryJsonShapeGivesItsKind) {
+    struct Row {
+        const char* json;
+        const char* expected;
+    } rows[] = {
+        {R"({"x":{}})", "9 [x] \"x\": { }\n"},
+        {R"({"x":null})", "0 [] \"x\": null\n"},
+        {R"({"a":[]})", "6 [a] \"a\": [ ]\n"},
+        {R"({"a":["p","q"]})", "7 [a] \"a\": [\"p\",\"q\"]\n"},
+        {R"({"a":[1,-2]})", "8 [a] \"a\": [1,-2]\n"},
+        {R"({"a":{"b":{"c":1}},"d":true,"e":"s","f":-2.25,"g":5.0})",
+         "3 [a/b/c] \"a/b/c\": 1\n1 [d] \"d\": true\n4 [e] \"e\": \"s\"\n"
+         "2 [f] \"f\": -2.250000\n2 [g] \"g\": 5.000000\n"},
+        {R"({"big":3000000000,"small":-3000000000})",
+         "3 [big] \"big\": 2147483647\n3 [small] \"small\": -2147483648\n"},
+        {R"({"a":[1.5]})", "10 [a] \"a\": [\n  \"\": {\n    \"a\": 1.500000\n  }\n]\n"},
+        {R"({"a":[{"b":1},{"b":2}]})",
+         "10 [a] \"a\": [\n  \"\": {\n    \"a/b\": 1\n  },\n  \"\": {\n    \"a/b\": 2\n  }\n]\n"},
+        // Mixed arrays: a failed string-list test leaves nothing behind.
+        {R"({"a":["p",1]})",
+         "10 [a] \"a\": [\n  \"\": {\n    \"a\": \"p\"\n  },\n  \"\": {\n    \"a\": 1\n  }\n]\n"},
+        {R"({"a":[null,{"b":1},null]})", "10 [a] \"a\": [\n  \"\": {\n    \"a/b\": 1\n  }\n]\n"},
+        {R"({"a":[[1,2],["x"]]})",
+         "10 [a] \"a\": [\n  \"\": {\n    \"a\": [1,2]\n  },\n  \"\": {\n    \"a\": [\"x\"]\n  "
+         "}\n]\n"},
+        {R"({"a":[{}]})", "10 [a] \"a\": [\n  \"\": { }\n]\n"},
+        {R"({"a":[{"b":{},"c":null}]})",
+         "10 [a] \"a\": [\n  \"\": {\n    \"a/b\": { },\n    \"a/c\": null\n  }\n]\n"},
+        {R"({"z":1,"y":{"x":2},"w":3})", "3 [z] \"z\": 1\n3 [y/x] \"y/x\": 2\n3 [w] \"w\": 3\n"}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.json);
+        EXPECT_EQ(describe(walkText(row.json)), row.expected);
+    }
+}
+
+TEST(Walk, IncludeAndExcludeFilterOnlyTheTopLevel) {
+    struct Row {
+        const char* json;
+        Keys include, exclude;
+        const char* names;
+    } rows[] = {{R"({"a":1,"b":2})", {"b"}, {}, "b;"},
+                {R"({"a":1,"b":2})", {}, {"b"}, "a;"},
+                {R"({"a":1,"b":2})", {"a"}, {"a"}, "a;"},
+                {R"({"a":{"c":1},"c":2})", {}, {"c"}, "a/c;"},
+                {R"({"a":{"x":1,"y":2},"b":3})", {"a"}, {}, "a/x;a/y;"},
+                {R"({"a":{"x":1}})", {"a/x"}, {}, ""},
+                {R"({"a":[{"c":1}]})", {}, {"c"}, "a;"},
+                {R"({"a":1,"":2})", {""}, {}, ";"}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(testing::Message() << "row " << (&row - rows) << ": " << row.json);
+        std::string names;
+        for (const cfgElement& e : walkText(row.json, "", row.include, row.exclude))
+            names += e.name + ";";
+        EXPECT_EQ(names, row.names);
+    }
+    cfgElementList nested = walkText(R"({"a":[{"c":1}]})", "", {}, {"c"});
+    EXPECT_EQ(nested.front().objArray.front().elements.front().name, "a/c");
+}
+
+TEST(Walk, RepeatedNameReplacesInPlace) {
+    EXPECT_EQ(describe(walkText(R"({"a/b":1,"z":0,"a":{"b":"two"}})")),
+              "4 [a/b] \"a/b\": \"two\"\n3 [z] \"z\": 0\n");
+    // Into a list that already holds the name: kind, path string and functions all change.
+    cfgElementList existing{cfgElement("y", 9, "old", noRelease), cfgElement("q", 1)};
+    cfgElementList out = walkText(R"({"x":1,"y":null})", "", {}, {}, existing);
+    EXPECT_EQ(describe(out), "0 [] \"y\": null\n3 [] \"q\": 1\n3 [x] \"x\": 1\n");
+    EXPECT_EQ(out.front().freeFn, nullptr);
+    // Within one object-array item, but never across items.
+    EXPECT_EQ(describe(walkText(R"({"a":[{"x/y":1,"x":{"y":2}},{"x/y":3}]})")),
+              "10 [a] \"a\": [\n  \"\": {\n    \"a/x/y\": 2\n  },\n  \"\": {\n    \"a/x/y\": "
+              "3\n  }\n]\n");
 }
 
 }  // namespace

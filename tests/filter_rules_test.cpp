@@ -189,6 +189,9 @@ TEST_F(FilterRules, InvalidRulesFailTheParseWithTheirMessage) {
          "Class of service in the rule is not valid: transmit_queue: 16"},
         {acl("ip", true, R"({"egress_enable": 1})"),
          "Class of service in the rule is not valid: egress_enable: 1"},
+        {document(R"("captive_portal": "cp")",
+                  R"("captive_portal": [{"name": "cp", "cen_http_ports": "80,65536"}])"),
+         "HTTP port of the captive portal is not valid: 65536"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.message);
@@ -249,44 +252,6 @@ TEST_F(FilterRules, PastTheLimitTheRestIsDroppedWithAWarning) {
                     "filter rules, only the first 256 are kept"),
         std::string::npos)
         << output;
-}
-
-TEST_F(FilterRules, PolicyElementsBesideTheRules) {
-    std::string text =
-        document(R"("app_policy": "p")",
-                 R"("app_policy": [{"name": "p", "default_action": {"allow": "contain-to-vlan",
-             "cen_contain_to_vlan": {"vlan": 10, "cen_bridged": false}},
-           "default_cos": {"egress_rate": 3},
-           "cen_rate_limit": [{"ingress_rate": 100, "egress_rate": 50}]}])");
-    EXPECT_EQ(element(text, "cen_default_cos"), (Bytes{0, 0, 0, 0, 0xF3})) << output;
-    Bytes table = element(text, "cen_resource_table");
-    ASSERT_EQ(table.size(), 18 * sizeof(unsigned int));
-    EXPECT_EQ(at32(table, 0), 100u);
-    EXPECT_EQ(at32(table, 4), 50u);
-    EXPECT_EQ(at32(table, 8), 0u);
-
-    apiCfgPlusResult* r = testsupport::parseText(text, jsonCfgPlusParserCallback);
-    ASSERT_NE(r, nullptr);
-    const apiCfgPlusEntryArray& wlan = r->vnsList[0];
-    auto intOf = [&](const char* name) {
-        const apiCfgPlusEntry* e = testsupport::findEntry(wlan, name);
-        return e != nullptr ? *static_cast<int32_t*>(e->value) : -1;
-    };
-    EXPECT_EQ(
-        std::string(static_cast<char*>(testsupport::findEntry(wlan, "cen_default_action")->value)),
-        "contain-to-vlan");
-    EXPECT_EQ(intOf("cen_contain_to_vlan/vlan"), 10);
-    EXPECT_EQ(intOf("vlans/cen_wlan_vlan"), 0xA014);
-    EXPECT_EQ(intOf("pvid"), 20);
-    char* printed = printApiCfgPlusDefaultCoS(
-        const_cast<apiCfgPlusEntry*>(testsupport::findEntry(wlan, "cen_default_cos")), 0);
-    std::string cos = printed;
-    free(printed);
-    testsupport::captureStdout([r] { freeJsonCfgPlus(r); });
-    EXPECT_EQ(cos,
-              "\"cen_default_cos\": {\n  \"r_flags\": 0x00 (),\n  \"r_tos\": 0x00,\n"
-              "  \"r_tosmask\": 0x00,\n  \"r_prio_txq\": <UP:0, TXQ:0>,\n"
-              "  \"r_rates\": <IRL:15, ORL:3>\n}");
 }
 
 TEST(FilterPrint, FlagWordsInTheirPrintOrder) {

@@ -1,10 +1,8 @@
 // The indexed and batched paths of the build give what the one-at-a-time operations give:
 // the name index against addCfgElement, the radio and service merges against repeated
-// single merges, the meshpoint-device index against getJsonObject, and the meshpoint
-// conversion of a whole radio against one worker call per meshpoint.
+// single merges, and the meshpoint-device index against getJsonObject.
 #include <gtest/gtest.h>
 
-#include "convert/converter.h"
 #include "document/json_by_name_priv.h"
 #include "document/json_cfg_plus.h"
 #include "document/merge_priv.h"
@@ -217,38 +215,6 @@ TEST(JsonByName, FindsWhatTheArrayScanFinds) {
     }
     json_object_put(array);
     json_object_put(object);
-}
-
-TEST(MeshpointToWlan, AWholeRadioEqualsOneWorkerCallPerMeshpoint) {
-    auto meshpoint = [](int ssid, bool root, const char* channels) {
-        std::list<cfgElement> e;
-        e.emplace_back("cen_radio_id", 1, "name");
-        e.emplace_back("meshid", "mesh" + std::to_string(ssid), "meshid");
-        e.emplace_back("is_root", root, "is_root");
-        e.emplace_back("meshpoint_device/acs_path_min_5", ssid, "");
-        e.emplace_back("meshpoint_device/acs_channel_list_5", std::list<std::string>{channels}, "");
-        return service(1, ssid, ssid % 8, std::move(e));
-    };
-    radio_entry start = radio(
-        1, ints({{"x", 1}}), {service(1, 40, 0, ints({{"w", 1}}))},
-        {meshpoint(1, false, "36,40"), meshpoint(2, true, "44"), meshpoint(3, false, "149,153")});
-    start.elements.emplace_back("rf_mode", "5GHz-wlan", "rf_mode");
-
-    cfgPlusApiConverter converter;
-    radio_entry expected = start;
-    for (size_t c = 0; c < expected.meshpoints.size(); ++c) {
-        vns_entry copy = expected.meshpoints[c];
-        converter.jsonCfgPlusConvertMeshpointToWlan(expected, copy, 0, static_cast<int>(c));
-    }
-    for (vns_entry& wlan : expected.wlans) {
-        if (converter.findCfgElement(wlan.elements, "meshpoint_idx") == wlan.elements.end())
-            wlan.elements.emplace_back("meshpoint_idx", -1, "");
-    }
-
-    jsonCfgPlus doc;
-    doc.m_radios.push_back(start);
-    testsupport::captureStdout([&] { converter.jsonCfgPlusMeshpointToWlan(doc); });
-    EXPECT_EQ(render(doc.m_radios), render(std::vector<radio_entry>{expected}));
 }
 
 }  // namespace

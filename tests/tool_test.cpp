@@ -47,6 +47,10 @@ TEST(Tool, ReadsStandardInput) {
     run = runTool("dump --no-convert -", R"({"device": {"hostname": "x"}})");
     EXPECT_EQ(run.status, 0);
     EXPECT_NE(run.out.find("\"hostname\": \"x\"\n"), std::string::npos);
+    run = runTool("dump --json -", R"({"device": {"hostname": "x"}})");
+    EXPECT_EQ(run.status, 0) << run.err;
+    for (const char* list : {"\"global\"", "\"radios\"", "\"vns\"", "\"meshpoints\""})
+        EXPECT_NE(run.out.find(list), std::string::npos) << list << " in\n" << run.out;
 }
 
 TEST(Tool, FailuresAreOneLineOnStandardError) {

@@ -1,10 +1,9 @@
-// Topology records byte by byte and their printout; the WLAN VLAN elements and word.
+// Topology records byte by byte; the WLAN VLAN elements and word.
 #include <gtest/gtest.h>
 
 #include <cstring>
 
 #include "convert/converter.h"
-#include "convert/topology_print.h"
 #include "test_support.h"
 
 namespace {
@@ -152,27 +151,6 @@ TEST(TopologyConverter, EndpointLimitPutsTheFourthOverTheName) {
             EXPECT_TRUE(sameBytes(r, 112, {3, 0, 0, 10, 1, 'k', 'e', 'y', '3', 0}));
         }
     }
-}
-
-TEST(TopologyPrinter, RendersEveryRecordAsAnObject) {
-    jsonCfgPlus doc;
-    convert(doc, R"({"name": "n", "type": "gre", "internal_key": -1, "vlan": 20, "proxy_arp": true,
-        "remote_endpoint_vxlan_ipaddress": "192.168.1.2", )" +
-                     endpoints(1) + "}");
-    apiCfgPlusEntry entry{};
-    doc.m_global.back().toApiCfgPlusEntry(entry);
-    EXPECT_EQ(cfgElement::printApiCfgPlusEntry(entry, 1),
-              "  \"cen_topologies\": [\n    {\n      \"name\": \"n\",\n"
-              "      \"internal_key\": 4294967295,\n      \"type\": \"gre\" (9),\n"
-              "      \"vlan\": 20,\n      \"vxlan_vni\": 0,\n"
-              "      \"remote_endpoint_vxlan_ipaddress\": \"192.168.1.2\",\n"
-              "      \"proxy_arp\": 1,\n      \"multicast_acl_enable\": 0,\n"
-              "      \"multicast_acl\": [ ],\n      \"remote_endpoint\": [\n        {\n"
-              "          \"addr\": \"10.0.0.1\",\n          \"secure\": 1,\n"
-              "          \"ikev2_psk\": \"key1\"\n        }\n      ]\n    }\n  ]");
-    cfgElement::freeApiCfgPlusEntry(entry);
-    EXPECT_EQ(printApiCfgPlusContainToVlan(0x4FFF),
-              "20479 <vlan:4095, bridged:false, tagged:true, egress:false>");
 }
 
 TEST(WlanVlan, FlattensTheFirstVlanObjectAndDefaultsToBridged) {

@@ -105,44 +105,6 @@ TEST(WlanReorder, SlotsFollowTheSsidIdsStoredOnTheAp) {
     for (int k : {0, 1, 3, 5, 6, 7}) EXPECT_EQ(describe(slots[k]), placeholder(k, 2));
 }
 
-TEST(MeshpointToWlan, MeshpointsLeadTheWlansWithTheirElementsEdited) {
-    jsonCfgPlus doc;
-    doc.m_trace = 1;
-    doc.m_radios = {radio(1, {cfgElement("rf_mode", "5GHz-wlan"),
-                              cfgElement("meshpoint_device/acs_channel_list", "1,2")})};
-    radio_entry& r = doc.m_radios[0];
-    r.wlans = {service(1, 0, 1)};
-    r.meshpoints = {service(1, 2, 9,
-                            {cfgElement("meshid", "mesh1"), cfgElement("is_root", false),
-                             cfgElement("meshpoint_device/is_root_dev", "true"),
-                             cfgElement("meshpoint_device/hysteresis_snr_min", 12),
-                             cfgElement("meshpoint_device/acs_path_min_5", 3),
-                             cfgElement("meshpoint_device/acs_path_threshold_24", 4),
-                             cfgElement("meshpoint_device/preferred_root", "r")}),
-                    service(1, 5, 8)};
-    EXPECT_EQ(run(doc, &cfgPlusApiConverter::jsonCfgPlusMeshpointToWlan),
-              "jsonCfgPlusMeshpointToWlan: Converting Meshpoint to WLAN. \n");
-    ASSERT_EQ(r.wlans.size(), 3u);
-    EXPECT_EQ(
-        lines(r.wlans[0].elements),
-        (Lines{"\"cen_ssid_id\": 9", "\"ssid\": \"mesh1\"", "\"meshid\": \"mesh1\"",
-               "\"cen_is_root\": true", "\"is_root\": false",
-               "\"meshpoint_device/is_root_dev\": \"true\"",
-               "\"wds/meshpoint_device/hysteresis_snr_min\": 12",
-               "\"meshpoint_device/hysteresis_snr_min\": 12",
-               "\"meshpoint_device/acs_path_min\": 3", "\"meshpoint_device/acs_path_min_5\": 3",
-               "\"meshpoint_device/acs_path_threshold_24\": 4",
-               "\"meshpoint_device/preferred_root\": \"r\"", "\"meshpoint_idx\": 0",
-               "\"meshpoint_device/preferred_neighbor\": \"\""}));
-    EXPECT_EQ(r.wlans[0].index, 2);
-    EXPECT_EQ(lines(r.wlans[1].elements).at(1), "\"meshpoint_idx\": 0");
-    EXPECT_EQ(lines(r.wlans[2].elements), (Lines{"\"cen_ssid_id\": 1", "\"meshpoint_idx\": -1"}));
-    EXPECT_EQ(r.meshpoints[0].elements.size(), 8u);  // the meshpoints stay as built
-    // Root without a monitored wired link: the radio's list is emptied where it stands.
-    EXPECT_EQ(lines(r.elements).back(), "\"meshpoint_device/acs_channel_list\": [ ]");
-    EXPECT_EQ(r.elements.back().kind, CFG_INT_LIST);
-}
-
 TEST(MeshpointToWlan, RootFlagAndBandDecideTheRadiosAcsChannelList) {
     struct Case {
         std::string rfMode;
@@ -157,6 +119,12 @@ TEST(MeshpointToWlan, RootFlagAndBandDecideTheRadiosAcsChannelList) {
          "\"meshpoint_device/acs_channel_list\": [1,6,11]",
          ""},
         {"6GHz-wlan",
+         {cfgElement("is_root", false),
+          cfgElement("meshpoint_device/acs_channel_list_6", std::list<std::string>{"5,21"})},
+         "false",
+         "\"meshpoint_device/acs_channel_list\": [5,21]",
+         ""},
+        {"6GHz-wlan",
          {cfgElement("is_root", true), cfgElement("meshpoint_device/is_root_dev", "maybe"),
           cfgElement("meshpoint_device/monitor_pri_port_link", true)},
          "true",
@@ -169,6 +137,7 @@ TEST(MeshpointToWlan, RootFlagAndBandDecideTheRadiosAcsChannelList) {
          "[ERR] Radio3 does not support mesh ACS rf_mode: 11ad \n"},
     };
     for (const Case& c : cases) {
+        SCOPED_TRACE(testing::Message() << "case " << (&c - cases) << ", rf_mode " << c.rfMode);
         jsonCfgPlus doc;
         doc.m_radios = {radio(3, {cfgElement("rf_mode", c.rfMode)})};
         doc.m_radios[0].meshpoints = {service(3, 0, 4, c.mesh)};
