@@ -10,11 +10,11 @@
 
 namespace {
 
-bool emit(const std::string& spec) {
-    size_t colon = spec.find(':');
+bool emit(const std::string& request) {
+    size_t colon = request.find(':');
     if (colon == std::string::npos) return false;
-    std::string shape = spec.substr(0, colon);
-    long n = std::stol(spec.substr(colon + 1));
+    std::string shape = request.substr(0, colon);
+    long n = std::stol(request.substr(colon + 1));
     std::string text;
     if (shape == "campus") {
         text = jcpbench::campusDocumentOfSize(static_cast<size_t>(n));

@@ -33,4 +33,3 @@ int cfgPlusApiConverter::jsonCfgPlusVnsWepKey(jsonCfgPlus&) {
 int cfgPlusApiConverter::jsonCfgPlusVnsClientBridge(jsonCfgPlus&) {
     return 0;
 }
-
