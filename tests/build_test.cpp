@@ -7,17 +7,8 @@
 
 namespace {
 
-struct Built {
-    int result = 0;
-    std::string output;
-};
-
-Built build(jsonCfgPlus& doc, const std::string& text) {
-    Built b;
-    b.output = testsupport::captureStdout(
-        [&] { b.result = doc.buildConfig(text.data(), static_cast<unsigned int>(text.size())); });
-    return b;
-}
+using testsupport::build;
+using testsupport::Built;
 
 std::vector<std::string> names(const std::list<cfgElement>& list) {
     std::vector<std::string> out;

@@ -9,17 +9,8 @@
 
 namespace {
 
-struct Built {
-    int result = 0;
-    std::string output;
-};
-
-Built build(jsonCfgPlus& doc, const std::string& text) {
-    Built b;
-    b.output = testsupport::captureStdout(
-        [&] { b.result = doc.buildConfig(text.data(), static_cast<unsigned int>(text.size())); });
-    return b;
-}
+using testsupport::build;
+using testsupport::Built;
 
 std::string withInterfaces(const std::string& items) {
     return R"({"device": {"interface": [)" + items + R"(]},

@@ -1,6 +1,8 @@
 // Shared test helpers.
 #include "test_support.h"
 
+#include "document/json_cfg_plus.h"
+
 #include <unistd.h>
 
 #include <cstdlib>
@@ -72,6 +74,13 @@ const apiCfgPlusEntry* findEntry(const apiCfgPlusEntryArray& array, const std::s
 
 size_t nestedCount(const apiCfgPlusEntry& entry) {
     return entry.size <= 0 ? 0 : size_t(entry.size) / sizeof(apiCfgPlusEntry);
+}
+
+Built build(jsonCfgPlus& doc, const std::string& text) {
+    Built b;
+    b.output = captureStdout(
+        [&] { b.result = doc.buildConfig(text.data(), static_cast<unsigned int>(text.size())); });
+    return b;
 }
 
 }  // namespace testsupport

@@ -9,6 +9,8 @@
 
 #include "api/jsoncfgplus.h"
 
+class jsonCfgPlus;
+
 namespace testsupport {
 
 // Standard output written while fn runs.
@@ -23,6 +25,13 @@ void writeFile(const std::string& path, const std::string& content);
 // parseJsonCfgPlus over a string, output captured (it is noisy); callback as given.
 apiCfgPlusResult* parseText(const std::string& text, jsonCfgPlusCallback callback = nullptr,
                             std::string* output = nullptr);
+
+// What jsonCfgPlus::buildConfig returned over a string, and everything it printed.
+struct Built {
+    int result = 0;
+    std::string output;
+};
+Built build(jsonCfgPlus& doc, const std::string& text);
 
 // A directory that lives as long as the object.
 class TempDir {
