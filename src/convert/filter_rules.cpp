@@ -388,11 +388,7 @@ template <typename Convert>
 int convertEach(cfgPlusApiConverter::ElementList& rules, cfgPlusApiConverter::FilterRuleList& out,
                 Convert convert) {
     for (cfgElement& rule : rules) {
-        apiCfgPlusFilterRule record;
-        std::memset(&record, 0, sizeof record);
-        int result = convert(rule, record);
-        if (result < 0) return -1;
-        if (result == 0) out.push_back(record);
+        if (jcp::appendConverted(rule, out, convert) < 0) return -1;
     }
     return 0;
 }

@@ -91,11 +91,7 @@ int convertRules(cfgPlusApiConverter& converter, const ElementList& list, const 
     for (const cfgElement& item : *rules) {
         if (item.kind != CFG_OBJECT) continue;
         cfgElement rule = converter.jsonCfgPlusRemovePrefix(item, 2);
-        apiCfgPlusFilterRule record;
-        std::memset(&record, 0, sizeof record);
-        int result = convert(rule, record);
-        if (result < 0) return -1;
-        if (result == 0) out.push_back(record);
+        if (jcp::appendConverted(rule, out, convert) < 0) return -1;
     }
     return 0;
 }

@@ -3,6 +3,7 @@
 #ifndef JSONCFGPLUS_CONVERT_RULE_FIELDS_PRIV_H
 #define JSONCFGPLUS_CONVERT_RULE_FIELDS_PRIV_H
 
+#include <cstring>
 #include <string>
 
 #include "convert/ap_records.h"
@@ -26,6 +27,17 @@ int readPrecedence(const RuleFields& fields, FILTER_RULE_ENTRY& rule);
 int readAction(const RuleFields& fields, apiCfgPlusFilterRule& rule, bool redirect);
 // The VLAN word of a contain-to-VLAN action; nothing for other actions.
 int readContainToVlan(const RuleFields& fields, FILTER_RULE_ENTRY& rule);
+
+// Converts one rule into a zeroed record and appends it when convert returns 0 (1 skips the
+// rule); -1 when convert fails.
+template <typename Convert>
+int appendConverted(cfgElement& rule, cfgPlusApiConverter::FilterRuleList& out, Convert convert) {
+    apiCfgPlusFilterRule record;
+    std::memset(&record, 0, sizeof record);
+    int result = convert(rule, record);
+    if (result == 0) out.push_back(record);
+    return result < 0 ? -1 : 0;
+}
 
 }  // namespace jcp
 
