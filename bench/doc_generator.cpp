@@ -33,18 +33,17 @@ std::string keys(int n, const char* prefix) {
 }
 
 std::string macRule(int i) {
-    return "{\"precedence\":" + num(i + 1) +
-           ",\"action\":\"deny\",\"source_mac\":\"00:11:22:" + num(10 + i % 90) +
-           ":44:55\",\"dest_mac\":\"any\",\"vlan\":" + num(i % 4094 + 1) + "}";
+    return "{\"precedence\":" + num(i + 1) + ",\"allow\":\"deny\",\"smac\":\"00-11-22-" +
+           num(10 + i % 90) + "-44-55\",\"smac_mask\":\"ff-ff-ff-ff-ff-ff\"}";
 }
 
 std::string ipRule(int i, bool v6) {
     std::string source =
         v6 ? "\"2001:db8::" + num(i % 9000) + "/128\"" : "\"10." + num(i % 250) + ".0.0/16\"";
     return "{\"precedence\":" + num(i + 1) +
-           ",\"action\":\"permit\",\"protocol\":\"tcp\",\"source\":" + source +
-           ",\"dest\":\"any\",\"dest_port_start\":" + num(1000 + i % 60000) +
-           ",\"dest_port_end\":" + num(1000 + i % 60000) + ",\"log\":false}";
+           ",\"allow\":\"allow\",\"protocol\":6,\"sip\":" + source +
+           ",\"low_dport\":" + num(1000 + i % 60000) + ",\"high_dport\":" + num(1000 + i % 60000) +
+           "}";
 }
 
 // Two WLANs share each ACL, as neighbouring WLANs of a campus often do.
