@@ -9,6 +9,7 @@
 #include "addr/ip_addr.h"
 #include "addr/mac_addr.h"
 #include "convert/element_print.h"
+#include "convert/record_print_priv.h"
 #include "convert/topology_print.h"
 #include "model/entry_items.h"
 
@@ -78,9 +79,8 @@ std::string flagWord(uint16_t flags, const std::string& names) {
     return hex(flags, 4) + " (" + names + ")";
 }
 
-std::string indentOf(unsigned int indent) {
-    return std::string(2 * size_t(indent), ' ');
-}
+using jcp::indentOf;
+using jcp::printRecords;
 
 std::string quoted(const std::string& text) {
     return "\"" + text + "\"";
@@ -89,34 +89,6 @@ std::string quoted(const std::string& text) {
 std::string nibbles(uint8_t byte, const char* high, const char* low) {
     return std::string("<") + high + ":" + std::to_string(byte >> 4) + ", " + low + ":" +
            std::to_string(byte & 0x0F) + ">";
-}
-
-// An object of "name": value lines at indent + 1.
-std::string object(const std::vector<std::pair<const char*, std::string>>& fields,
-                   unsigned int indent) {
-    std::string out = indentOf(indent) + "{\n";
-    for (size_t i = 0; i < fields.size(); ++i) {
-        if (i > 0) out += ",\n";
-        out += indentOf(indent + 1) + "\"" + fields[i].first + "\": " + fields[i].second;
-    }
-    return out + "\n" + indentOf(indent) + "}";
-}
-
-// The entry's records, each read into an aligned copy and rendered at indent + 1.
-template <typename Record, typename Render>
-char* printRecords(apiCfgPlusEntry* entry, unsigned int indent, Render render) {
-    size_t count = jcp::entryItemCount(*entry, sizeof(Record));
-    const auto* bytes = static_cast<const unsigned char*>(entry->value);
-    std::string out = jcp::entryPrefix(entry, indent);
-    if (count == 0) return jcp::printed(out + "[ ]");
-    out += "[\n";
-    for (size_t i = 0; i < count; ++i) {
-        Record record;
-        std::memcpy(&record, bytes + i * sizeof record, sizeof record);
-        if (i > 0) out += ",\n";
-        out += render(record, indent + 1);
-    }
-    return jcp::printed(out + "\n" + indentOf(indent) + "]");
 }
 
 std::string macText(const uint8_t* bytes) {
@@ -146,7 +118,8 @@ std::string filterFlagsToString(uint16_t flags) {
 std::string printApiCfgPlusFilterRule(const apiCfgPlusFilterRule& full, unsigned int indent) {
     const FILTER_RULE_ENTRY& r = full.rule;
     const auto* ipv4 = reinterpret_cast<const unsigned char*>(&r.r_ipaddr);
-    return object(
+    return jcp::object(
+        indent,
         {
             {"precedence", std::to_string(r.precedence)},
             {"r_mac", macText(r.r_mac)},
@@ -172,8 +145,7 @@ std::string printApiCfgPlusFilterRule(const apiCfgPlusFilterRule& full, unsigned
             {"cos:r_rates", nibbles(r.cos_rates, "IRL", "ORL")},
             {"r_ext_action_flags",
              flagWord(full.r_ext_action_flags, extActionFlagsToString(full.r_ext_action_flags))},
-        },
-        indent);
+        });
 }
 
 char* printApiCfgPlusFilterRules(apiCfgPlusEntry* entry, unsigned int indent) {
@@ -185,15 +157,14 @@ char* printApiCfgPlusDefaultCoS(apiCfgPlusEntry* entry, unsigned int indent) {
     if (jcp::entryItemCount(*entry, sizeof(ap_cos_entry)) == 0) return jcp::printed(out + "{ }");
     ap_cos_entry cos;
     std::memcpy(&cos, entry->value, sizeof cos);
-    std::string body = object(
-        {
-            {"r_flags", hex(cos.r_flags, 2) + " (" + namesOf(cos.r_flags, kCosFlags) + ")"},
-            {"r_tos", hex(cos.r_tos, 2)},
-            {"r_tosmask", hex(cos.r_tosmask, 2)},
-            {"r_prio_txq", nibbles(cos.r_prio_txq, "UP", "TXQ")},
-            {"r_rates", nibbles(cos.r_rates, "IRL", "ORL")},
-        },
-        indent);
+    std::string body = jcp::object(
+        indent, {
+                    {"r_flags", hex(cos.r_flags, 2) + " (" + namesOf(cos.r_flags, kCosFlags) + ")"},
+                    {"r_tos", hex(cos.r_tos, 2)},
+                    {"r_tosmask", hex(cos.r_tosmask, 2)},
+                    {"r_prio_txq", nibbles(cos.r_prio_txq, "UP", "TXQ")},
+                    {"r_rates", nibbles(cos.r_rates, "IRL", "ORL")},
+                });
     // The object opens on the name's line.
     return jcp::printed(out + body.substr(indentOf(indent).size()));
 }
@@ -219,15 +190,13 @@ std::string printApiCfgPlusFilterOneExtAppl(const EXT_APP_CONFIG& app, unsigned 
         return quoted(std::string(field, strnlen(field, capacity)));
     };
     auto number = [](uint32_t value) { return std::to_string(static_cast<int32_t>(value)); };
-    return object(
-        {
-            {"dispName", text(app.dispName, sizeof app.dispName)},
-            {"dispId", number(app.dispId)},
-            {"matchStr", text(app.matchStr, sizeof app.matchStr)},
-            {"appId", number(app.appId)},
-            {"groupId", number(app.groupId)},
-        },
-        indent);
+    return jcp::object(indent, {
+                                   {"dispName", text(app.dispName, sizeof app.dispName)},
+                                   {"dispId", number(app.dispId)},
+                                   {"matchStr", text(app.matchStr, sizeof app.matchStr)},
+                                   {"appId", number(app.appId)},
+                                   {"groupId", number(app.groupId)},
+                               });
 }
 
 char* printApiCfgPlusExtAppl(apiCfgPlusEntry* entry, unsigned int indent) {

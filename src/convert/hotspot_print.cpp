@@ -13,15 +13,15 @@
 #include "convert/ap_records.h"
 #include "convert/eap_tables.h"
 #include "convert/element_print.h"
+#include "convert/record_print_priv.h"
 #include "model/entry_items.h"
 
 namespace {
 
-using Fields = std::vector<std::pair<const char*, std::string>>;
-
-std::string indentOf(unsigned int indent) {
-    return std::string(2 * size_t(indent), ' ');
-}
+using jcp::block;
+using jcp::indentOf;
+using jcp::object;
+using jcp::printRecords;
 
 // A text field, read no further than its size, in double quotes with JSON escapes.
 std::string quoted(const char* text, size_t size) {
@@ -55,41 +55,6 @@ std::string named(int value, const naiEapTable* table) {
         }
     }
     return std::to_string(value);
-}
-
-// An array of count items, each rendered at indent + 1 by item(i, indent); "[ ]" when empty.
-template <typename Item>
-std::string block(size_t count, unsigned int indent, Item item) {
-    if (count == 0) return "[ ]";
-    std::string out = "[\n";
-    for (size_t i = 0; i < count; ++i) {
-        if (i > 0) out += ",\n";
-        out += item(i, indent + 1);
-    }
-    return out + "\n" + indentOf(indent) + "]";
-}
-
-std::string object(unsigned int indent, const Fields& fields) {
-    std::string out = indentOf(indent) + "{";
-    for (size_t i = 0; i < fields.size(); ++i) {
-        out += i == 0 ? "\n" : ",\n";
-        out += indentOf(indent + 1) + "\"" + fields[i].first + "\": " + fields[i].second;
-    }
-    return out + "\n" + indentOf(indent) + "}";
-}
-
-// The entry's name, then every record of its value rendered by item(record, indent).
-template <typename Record, typename Item>
-char* printRecords(apiCfgPlusEntry* entry, unsigned int indent, Item item) {
-    size_t count = jcp::entryItemCount(*entry, sizeof(Record));
-    const auto* bytes = static_cast<const unsigned char*>(entry->value);
-    std::string out = jcp::entryPrefix(entry, indent);
-    out += block(count, indent, [&](size_t i, unsigned int inner) {
-        Record record;  // the value block need not be aligned for the record
-        std::memcpy(&record, bytes + i * sizeof record, sizeof record);
-        return item(record, inner);
-    });
-    return jcp::printed(out);
 }
 
 std::string nameLang(const NAME_LANG& name, unsigned int indent) {

@@ -8,6 +8,7 @@
 
 #include "addr/ip_addr.h"
 #include "convert/element_print.h"
+#include "convert/record_print_priv.h"
 #include "model/entry_items.h"
 
 namespace {
@@ -19,9 +20,8 @@ constexpr size_t kFourthEndpointOffset =
 constexpr size_t kFourthEndpointBytes = offsetof(GRE_END_POINT, ikev2_psk) + 32;
 constexpr uint32_t kMaxShownEndpoints = kTopologyEndpointSlots + 1;
 
-std::string indentOf(unsigned int indent) {
-    return std::string(2 * size_t(indent), ' ');
-}
+using jcp::block;
+using jcp::indentOf;
 
 std::string field(unsigned int indent, const char* name, const std::string& value) {
     return indentOf(indent) + "\"" + name + "\": " + value;
@@ -33,18 +33,6 @@ std::string quoted(const std::string& text) {
 
 std::string boundedText(const char* text, size_t capacity) {
     return std::string(text, strnlen(text, capacity));
-}
-
-// An array of count items, each rendered at indent + 1 by item(i, indent); "[ ]" when empty.
-template <typename Item>
-std::string block(size_t count, unsigned int indent, Item item) {
-    if (count == 0) return "[ ]";
-    std::string out = "[\n";
-    for (size_t i = 0; i < count; ++i) {
-        if (i > 0) out += ",\n";
-        out += item(i, indent + 1);
-    }
-    return out + "\n" + indentOf(indent) + "]";
 }
 
 const char* typeName(uint8_t type) {
@@ -72,15 +60,7 @@ GRE_END_POINT endpointAt(const TOPOLOGY_ENTRY& topology, size_t slot) {
 }  // namespace
 
 char* printApiCfgPlusTopologies(apiCfgPlusEntry* entry, unsigned int indent) {
-    size_t count = jcp::entryItemCount(*entry, sizeof(TOPOLOGY_ENTRY));
-    const auto* bytes = static_cast<const unsigned char*>(entry->value);
-    std::string out = jcp::entryPrefix(entry, indent);
-    out += block(count, indent, [&](size_t i, unsigned int inner) {
-        TOPOLOGY_ENTRY topology;  // the value block need not be aligned for the record
-        std::memcpy(&topology, bytes + i * sizeof topology, sizeof topology);
-        return printApiCfgPlusOneTopology(topology, inner);
-    });
-    return jcp::printed(out);
+    return jcp::printRecords<TOPOLOGY_ENTRY>(entry, indent, printApiCfgPlusOneTopology);
 }
 
 std::string printApiCfgPlusOneTopology(const TOPOLOGY_ENTRY& topology, unsigned int indent) {
