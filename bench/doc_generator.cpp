@@ -87,10 +87,10 @@ std::string wlans() {
                              "\",\"enabled\":true,\"auth_mode\":\"wpa2-enterprise\",\"vlans\":[{"
                              "\"vlan\":" +
                              num(100 + k) +
-                             ",\"tagged\":true}],\"qos_policy\":\"wq\",\"mac_in_acl\":\"mac" + id +
-                             "\",\"mac_out_acl\":\"mac" + id + "\",\"ip_in_acl\":\"ip" + id +
-                             "\",\"ip_out_acl\":\"ip" + id + "\",\"ipv6_in_acl\":\"ipv6-" + id +
-                             "\",\"ipv6_out_acl\":\"ipv6-" + id + "\",\"app_policy\":\"app" + id +
+                             ",\"tagged\":true}],\"qos_policy\":\"wq\",\"mac_in_acl\":\"mac" + acl +
+                             "\",\"mac_out_acl\":\"mac" + acl + "\",\"ip_in_acl\":\"ip" + acl +
+                             "\",\"ip_out_acl\":\"ip" + acl + "\",\"ipv6_in_acl\":\"ipv6-" + acl +
+                             "\",\"ipv6_out_acl\":\"ipv6-" + acl + "\",\"app_policy\":\"app" + id +
                              "\",\"captive_portal\":\"portal" + id + "\"}";
                   }) +
            "]";
