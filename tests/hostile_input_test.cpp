@@ -182,7 +182,8 @@ TEST(ElementBudget, AmplifyingDocumentStopsWithOneErrorAndNoResult) {
     EXPECT_FALSE(o.built);
     EXPECT_EQ(count(o.out, "[ERR]"), 1u) << o.out;
     EXPECT_NE(o.out.find("[ERR] document needs more than the element budget of " +
-                         std::to_string(jcp::kElementBudget) + " elements, build stopped.\n"),
+                         std::to_string(jcp::elementBudgetFor(text.size())) +
+                         " elements, build stopped.\n"),
               std::string::npos);
 }
 

@@ -39,11 +39,11 @@ int jsonCfgPlus::buildConfig(const char* text, unsigned int len) {
     reset();
 
     int result = -1;
+    jcp::ElementBudgetScope budget(jcp::elementBudgetFor(len));
     try {
-        jcp::ElementBudgetScope budget;
         result = buildFromTable(root);
     } catch (const jcp::ElementBudgetExceeded&) {
-        jcp::diag("[ERR] document needs more than the element budget of ", jcp::kElementBudget,
+        jcp::diag("[ERR] document needs more than the element budget of ", budget.budget(),
                   " elements, build stopped.");
     }
     if (result != 0) reset();

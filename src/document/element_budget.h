@@ -12,6 +12,14 @@ namespace jcp {
 // of ~10 fields: ~100,000 elements), while the elements stay near 100 MB on the 32-bit AP.
 constexpr size_t kElementBudget = 500000;
 
+// The budget of a document of that many bytes: one element per byte, never less than
+// kElementBudget. A large document may ask for what its own size pays for (a real campus AP
+// asks for under one per byte), while a small one that names a huge ACL from thousands of
+// services still stops.
+inline size_t elementBudgetFor(size_t documentBytes) {
+    return documentBytes > kElementBudget ? documentBytes : kElementBudget;
+}
+
 class ElementBudgetExceeded : public std::exception {
   public:
     const char* what() const noexcept override { return "element budget exceeded"; }
