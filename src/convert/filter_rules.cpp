@@ -37,8 +37,11 @@ bool integerIn(const cfgElement& element, int low, int high, int& value) {
 }
 
 const cfgElement* field(const RuleFields& fields, const char* name) {
+    // Lengths first: every rule reads each of its keys this way.
+    const size_t length = std::strlen(name);
     for (const cfgElement& element : fields) {
-        if (element.name == name) return &element;
+        if (element.name.size() == length && std::memcmp(element.name.data(), name, length) == 0)
+            return &element;
     }
     return nullptr;
 }

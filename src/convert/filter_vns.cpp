@@ -74,22 +74,56 @@ int httpPorts(const cfgPlusApiConverter& converter, ElementList& list, std::list
 }
 
 // The object array arrayName, or null.
-const cfgObjArray* ruleArray(const cfgPlusApiConverter& converter, const ElementList& list,
-                             const std::string& arrayName) {
+cfgObjArray* ruleArray(cfgPlusApiConverter& converter, ElementList& list,
+                       const std::string& arrayName) {
     auto it = converter.findCfgElement(list, arrayName);
     return it != list.end() && it->kind == CFG_OBJ_ARRAY ? &it->objArray : nullptr;
 }
 
-// Converts each rule of the array, stripped of its two leading key components one rule at a
-// time, so only one rule's copy is alive however long the ACL. convert returns 0 to keep the
-// record, 1 to skip it, -1 to fail.
+// While alive, the rule's children go by their plain keys: a prefix every child's name starts
+// with is cut from the front and put back at the end. The rule converters only read, and this
+// spares a copy of every rule of every service; the names keep their buffers both ways.
+class PlainKeys {
+  public:
+    PlainKeys(cfgElement& rule, const std::string& prefix) : m_rule(rule), m_prefix(prefix) {
+        for (const cfgElement& child : rule.elements) {
+            if (child.name.compare(0, prefix.size(), prefix) != 0) return;
+        }
+        for (cfgElement& child : rule.elements) child.name.erase(0, prefix.size());
+        m_stripped = true;
+    }
+    ~PlainKeys() {
+        if (!m_stripped) return;
+        for (cfgElement& child : m_rule.elements) child.name.insert(0, m_prefix);
+    }
+    PlainKeys(const PlainKeys&) = delete;
+    PlainKeys& operator=(const PlainKeys&) = delete;
+
+    // False when some child lacks the prefix, and the names are as they were.
+    bool stripped() const { return m_stripped; }
+
+  private:
+    cfgElement& m_rule;
+    const std::string& m_prefix;
+    bool m_stripped = false;
+};
+
+// Converts each rule of the array under its plain keys (the array's two key components cut
+// from each child's name). convert returns 0 to keep the record, 1 to skip it, -1 to fail.
 template <typename Convert>
-int convertRules(cfgPlusApiConverter& converter, const ElementList& list, const char* arrayName,
+int convertRules(cfgPlusApiConverter& converter, ElementList& list, const char* arrayName,
                  FilterRuleList& out, Convert convert) {
-    const cfgObjArray* rules = ruleArray(converter, list, arrayName);
+    cfgObjArray* rules = ruleArray(converter, list, arrayName);
     if (rules == nullptr) return 0;
-    for (const cfgElement& item : *rules) {
+    const std::string prefix = std::string(arrayName) + "/";
+    for (cfgElement& item : *rules) {
         if (item.kind != CFG_OBJECT) continue;
+        PlainKeys plain(item, prefix);
+        if (plain.stripped()) {
+            if (jcp::appendConverted(item, out, convert) < 0) return -1;
+            continue;
+        }
+        // Names outside the array's path (never from the walk) take the general strip.
         cfgElement rule = converter.jsonCfgPlusRemovePrefix(item, 2);
         if (jcp::appendConverted(rule, out, convert) < 0) return -1;
     }
@@ -97,7 +131,7 @@ int convertRules(cfgPlusApiConverter& converter, const ElementList& list, const 
 }
 
 template <typename Convert>
-int convertPair(cfgPlusApiConverter& converter, const ElementList& list, const char* inbound,
+int convertPair(cfgPlusApiConverter& converter, ElementList& list, const char* inbound,
                 const char* outbound, FilterRuleList& merged, Convert convert) {
     FilterRuleList in;
     FilterRuleList out;
