@@ -1,8 +1,6 @@
 // The debug settings file, the apply-configuration payload and their exported entries.
 #include <tinyxml2.h>
 
-#include <sys/wait.h>
-
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -126,18 +124,6 @@ TEST(DebugCfgEntries, ReloadSetAndPrint) {
     EXPECT_EQ(getJsonCfgPlusDebugApplyCfg(), nullptr);
     captureStdout([&] { EXPECT_EQ(getJsonCfgPlusDebugCfg(), first); });
     jsonCfgPlusDebugCfg::m_inst.setPath("/home/config/cap.conf.xml");
-}
-
-TEST(DebugCfgTool, BadSwitchIsOneLineOnStandardError) {
-    testsupport::TempDir dir;
-    writeFile(dir.file("cap.xml"), settings("<cap>x</cap>", ""));
-    std::string command = std::string(JCP_TOOL_PATH) + " debug-config --file " +
-                          dir.file("cap.xml") + " >/dev/null 2>" + dir.file("err");
-    int status = std::system(command.c_str());
-    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 1);
-    std::string err = testsupport::readFile(dir.file("err"));
-    EXPECT_EQ(err, "jsoncfgplus debug-config: " + dir.file("cap.xml") +
-                       ": a debug switch is not a decimal number that fits an int\n");
 }
 
 }  // namespace

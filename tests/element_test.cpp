@@ -171,25 +171,6 @@ TEST(Render, OneLinePerScalarKind) {
     }
 }
 
-TEST(Render, NestedObjectsAndArraysCloseOnTheirOwnLine) {
-    cfgElement root = object(
-        "root", {cfgElement("a", 5), object("obj", {cfgElement("x", "v")}),
-                 cfgElement("arr", items({object("", {cfgElement("arr/x", 1)}), object("", {})}))});
-    expectRendering(root, 1,
-                    "  \"root\": {\n"
-                    "    \"a\": 5,\n"
-                    "    \"obj\": {\n"
-                    "      \"x\": \"v\"\n"
-                    "    },\n"
-                    "    \"arr\": [\n"
-                    "      \"\": {\n"
-                    "        \"arr/x\": 1\n"
-                    "      },\n"
-                    "      \"\": { }\n"
-                    "    ]\n"
-                    "  }");
-}
-
 TEST(Render, EntryOnlyCases) {
     int32_t seven = 7;
     apiCfgPlusEntry raw{-1, -1, CFG_BOOL, nullptr, &seven, 4, nullptr, nullptr};

@@ -1,6 +1,6 @@
 // Whole-document behaviour as golden text under tests/data/golden: the dump of the example
 // document through every converter, the element lists a build leaves (global order, radio
-// merge, WLAN slots), and the rendering of every entry kind.
+// merge, WLAN slots), the rendering of every entry kind, and the tool's lint and diff reports.
 // Regenerate after an intended change with: JCP_UPDATE_GOLDEN=1 ctest --test-dir build -R golden
 // and read the diff before committing it.
 #include <gtest/gtest.h>
@@ -8,6 +8,8 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
+#include <set>
 
 #include "api/jsoncfgplus.h"
 #include "document/json_cfg_plus.h"
@@ -94,6 +96,38 @@ TEST(Golden, DumpOfEveryEntryKind) {
                      printJsonCfgPlus(result);
                      freeJsonCfgPlus(result);
                  }));
+}
+
+// Every problem planted in the documents under tests/data/lint, one line each at its pointer.
+TEST(Golden, LintOfEveryPlantedProblem) {
+    std::set<std::string> files;
+    for (const auto& file : std::filesystem::directory_iterator(dataPath("lint")))
+        files.insert(file.path().filename().string());
+    std::string report;
+    for (const std::string& name : files) {
+        testsupport::ToolRun run = testsupport::runTool("lint " + dataPath("lint/" + name));
+        report += "== " + name + " (exit " + std::to_string(run.status) + ")\n" + run.out;
+    }
+    expectGolden("lint.txt", report);
+}
+
+// The example with a changed ACL rule, WLAN and topology, and a sensor scan list added, which
+// gives each radio a second entry of the same name.
+TEST(Golden, DiffOfTheChangedExample) {
+    std::string doc = readFile(JCP_EXAMPLES_DIR "/ap-config.json");
+    for (const auto& [from, to] : std::vector<std::pair<std::string, std::string>>{
+             {"\"low_dport\": 22 }", "\"low_dport\": 2222 }"},
+             {"\"ssid\": \"Guest\"", "\"ssid\": \"Guest2\""},
+             {"\"hq-tunnel-secret\"", "\"hq-tunnel-rotated\""},
+             {"\"sensor_scanmode\": {", "\"scan_channels\": [\"36\"], \"sensor_scanmode\": {"}}) {
+        size_t at = doc.find(from);
+        ASSERT_NE(at, std::string::npos) << from;
+        doc.replace(at, from.size(), to);
+    }
+    testsupport::ToolRun run =
+        testsupport::runTool("diff " JCP_EXAMPLES_DIR "/ap-config.json -", doc);
+    EXPECT_EQ(run.status, 1) << run.err;
+    expectGolden("diff.txt", run.out);
 }
 
 }  // namespace

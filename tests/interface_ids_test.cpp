@@ -158,28 +158,4 @@ TEST(InterfaceIds, IotRadioAloneAddsNoWirelessRadio) {
     testsupport::captureStdout([&] { freeJsonCfgPlus(r); });
 }
 
-TEST(InterfaceIds, MissingWiredPortsAreAppendedAfterTheBuiltRadios) {
-    std::string out;
-    apiCfgPlusResult* r = testsupport::parseText(
-        withInterfaces(R"({"name": "radio1", "type": "radio"}, {"name": "p2"})"),
-        jsonCfgPlusParserCallback, &out);
-    ASSERT_NE(r, nullptr) << out;
-    std::vector<int> order;
-    for (int i = 0; i < r->vnsCount; ++i) {
-        int radio = r->vnsList[i].entries[0].radio;
-        if (order.empty() || order.back() != radio) order.push_back(radio);
-    }
-    EXPECT_EQ(order, (std::vector<int>{0, 4, 3, 5}));
-    testsupport::captureStdout([&] { freeJsonCfgPlus(r); });
-}
-
-TEST(BuildDriver, RequestIdLineIsPrintedWhenTheKeyIsAbsent) {
-    jsonCfgPlus without;
-    EXPECT_NE(build(without, R"({"device": {}})").output.find("\n request-id=0\n"),
-              std::string::npos);
-    jsonCfgPlus with;
-    EXPECT_NE(build(with, R"({"request-id": 77, "device": {}})").output.find("\n request-id=77\n"),
-              std::string::npos);
-}
-
 }  // namespace
