@@ -77,15 +77,39 @@ TEST_F(InProjectDirectory, ExampleDocumentThroughEveryConverter) {
 }
 
 // Before any converter: the global order, radios merged by id with the device's values
-// winning, WLANs and meshpoints in their slots, ports and IoT interfaces as pseudo-radios.
+// winning, WLANs and meshpoints in their slots, ports and IoT interfaces as pseudo-radios
+// (build), and the radio id each interface name gives, or the warning that skips it
+// (interfaces).
 TEST(Golden, ElementListsOfABuild) {
-    const std::string text = readFile(dataPath("golden/build.json"));
-    jsonCfgPlus doc;
-    std::string out = captureStdout([&] {
-        ASSERT_EQ(doc.buildConfig(text.data(), static_cast<unsigned int>(text.size())), 0);
-        doc.printConfig();
-    });
-    expectGolden("build.txt", out);
+    for (const char* name : {"build", "interfaces"}) {
+        SCOPED_TRACE(name);
+        const std::string text = readFile(dataPath("golden/" + std::string(name) + ".json"));
+        jsonCfgPlus doc;
+        std::string out = captureStdout([&] {
+            ASSERT_EQ(doc.buildConfig(text.data(), static_cast<unsigned int>(text.size())), 0);
+            doc.printConfig();
+        });
+        expectGolden(name + std::string(".txt"), out);
+    }
+}
+
+// The converters at their limits: radio lists and defaults, settings copied into each radio,
+// meshpoints on radios of every band, WLAN slots beside wired and IoT ports, the first route,
+// three sensor servers and 32 ARP-guard addresses (converters); what they give when the
+// document holds next to nothing (converter_defaults). With everything the build prints.
+TEST(Golden, ConvertersAtTheirLimits) {
+    for (const char* name : {"converters", "converter_defaults"}) {
+        SCOPED_TRACE(name);
+        std::string out;
+        apiCfgPlusResult* result =
+            testsupport::parseText(readFile(dataPath("golden/" + std::string(name) + ".json")),
+                                   jsonCfgPlusParserCallback, &out);
+        ASSERT_NE(result, nullptr) << out;
+        expectGolden(name + std::string(".dump.txt"), out + captureStdout([&] {
+                                                          printJsonCfgPlus(result);
+                                                          freeJsonCfgPlus(result);
+                                                      }));
+    }
 }
 
 // Every entry kind as the daemon's dump renders it, without the converters.
