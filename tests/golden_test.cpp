@@ -4,6 +4,7 @@
 // Regenerate after an intended change with: JCP_UPDATE_GOLDEN=1 ctest --test-dir build -R golden
 // and read the diff before committing it.
 #include <gtest/gtest.h>
+#include <json-c/json.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -111,6 +112,20 @@ TEST(Golden, ConvertersAtTheirLimits) {
                                                           freeJsonCfgPlus(result);
                                                       }));
     }
+}
+
+// Each JSON shape as the walk turns it into an element: kind, [path string], rendering; a
+// repeated name replaces the first in place, within one array item only.
+TEST(Golden, WalkOfEveryJsonShape) {
+    json_object* root = json_tokener_parse(readFile(dataPath("golden/walk.json")).c_str());
+    ASSERT_NE(root, nullptr);
+    cfgElementList elements;
+    jsonCfgPlus::walk(root, "", {}, {}, elements);
+    json_object_put(root);
+    std::string text;
+    for (const cfgElement& e : elements)
+        text += std::to_string(e.kind) + " [" + e.key + "] " + e.toString(0) + "\n";
+    expectGolden("walk.txt", text);
 }
 
 // Every entry kind as the daemon's dump renders it, without the converters.
