@@ -36,14 +36,8 @@ std::string text(json_object* o) {
 
 const std::string kExample = JCP_EXAMPLES_DIR "/ap-config.json";
 
-TEST(Tool, DumpsTheExampleAndReadsStandardInput) {
-    ToolRun run = runTool("dump " + kExample);
-    EXPECT_EQ(run.status, 0) << run.err;
-    EXPECT_NE(run.out.find("\nGlobal Config.\n"), std::string::npos);
-    EXPECT_NE(run.out.find("JSON-Q+: freeJsonCfgPlus done.\n"), std::string::npos);
-    EXPECT_EQ(run.err, "");
-
-    run = runTool("reqid -", R"({"request-id": 31})");
+TEST(Tool, ReadsStandardInput) {
+    ToolRun run = runTool("reqid -", R"({"request-id": 31})");
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.out, "31\n");
     run = runTool("dump --no-convert -", R"({"device": {"hostname": "x"}})");
