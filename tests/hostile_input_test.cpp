@@ -178,23 +178,6 @@ TEST(HugeArrays, AreWalkedWhole) {
     testsupport::captureStdout([&] { freeJsonCfgPlus(r); });
 }
 
-TEST(HostileNumbers, BssAtTheIntegerLimitsNeverOverflows) {
-    jsonCfgPlus doc;
-    std::string text =
-        R"({"wlan": [{"name": "w1", "cen_ssid_id": 1}, {"name": "w2", "cen_ssid_id": 2},
-                                    {"name": "w3", "cen_ssid_id": 3}],
-        "device": {"interface": [{"name": "radio1", "type": "radio", "wlanbssmap": [
-            {"bss": -2147483648, "wlan": "w1"}, {"bss": -9223372036854775808, "wlan": "w1"},
-            {"bss": 2147483647, "wlan": "w2"}, {"bss": -2147483647, "wlan": "w3"}]}]}})";
-    std::string out = testsupport::captureStdout(
-        [&] { EXPECT_EQ(doc.buildConfig(text.data(), static_cast<unsigned>(text.size())), 0); });
-    ASSERT_EQ(doc.m_radios.size(), 1u);
-    // The smallest bss has no index below it and is dropped; the others keep bss - 1.
-    std::vector<std::pair<int, int>> services;
-    for (const vns_entry& v : doc.m_radios[0].wlans) services.emplace_back(v.ssidId, v.index);
-    EXPECT_EQ(services, (std::vector<std::pair<int, int>>{{2, INT_MAX - 1}, {3, INT_MIN}}));
-}
-
 TEST(ElementBudget, AmplifyingDocumentStopsWithOneErrorAndNoResult) {
     // 2,000 services, each naming the same 5,000-rule ACL: about 526 KB of text that would ask
     // for a hundred million elements.

@@ -50,14 +50,6 @@ class SignatureMaps : public ::testing::Test {
     testsupport::TempDir dir;
 };
 
-TEST_F(SignatureMaps, FactoryFilesLoadBeforeTheFirstLookup) {
-    int group = 0;
-    quietly([&] { group = maps.findGroupId("Streaming"); });
-    EXPECT_EQ(group, 17);
-    EXPECT_EQ(maps.findDisplayId("YouTube"), 2210);
-    EXPECT_EQ(maps.findGroupId("streaming"), 0);
-}
-
 TEST_F(SignatureMaps, LoadKeepsTablesOnBadFilesAndThrowsOnBadIds) {
     quietly([&] { maps.load(dir.file("appid.xml"), dir.file("displaynames.xml")); });
     struct Row {
