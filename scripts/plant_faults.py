@@ -3,14 +3,18 @@
 rebuilds, runs the suite and records whether any test failed.
 
 Usage: scripts/plant_faults.py [--build DIR] [--only ID[,ID...]] [--exclude-tests REGEX]
+                               [--all-failures]
 
 Each line of faults.txt is `id | file | original | replacement | what`, where original must
 occur exactly once in file (so a fault can never land somewhere unintended); `\\n` in the
 texts stands for a newline. The file is restored after every fault, whatever happens. Not part
-of `make test`: a full run rebuilds once per fault.
+of `make test`: a full run rebuilds once per fault. With --all-failures the suite runs to the
+end for each fault and the report names every failing test, so one can see which tests a fault
+depends on before cutting any.
 """
 import argparse
 import pathlib
+import re
 import subprocess
 import sys
 
@@ -41,11 +45,22 @@ def run(cmd, cwd):
                           text=True).returncode
 
 
+def failing_tests(cmd, cwd):
+    """Runs ctest to the end; returns the failing suites, then their failing GoogleTest cases."""
+    out = subprocess.run(cmd + ["--output-on-failure"], cwd=cwd, stdout=subprocess.PIPE,
+                         stderr=subprocess.STDOUT, text=True).stdout
+    summary = out.split("The following tests FAILED:", 1)
+    suites = re.findall(r"^\s+\d+ - (\S+) \(", summary[1], re.M) if len(summary) > 1 else []
+    cases = set(re.findall(r"^\[  FAILED  \] (\S+?\.\S+?)(?:,| \(|\s*$)", out, re.M))
+    return sorted(set(suites)) + sorted(cases)
+
+
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("--build", default="build-faults")
     parser.add_argument("--only", default="")
     parser.add_argument("--exclude-tests", default="")
+    parser.add_argument("--all-failures", action="store_true")
     parser.add_argument("--faults", default=str(ROOT / "scripts" / "faults.txt"))
     args = parser.parse_args()
 
@@ -74,14 +89,23 @@ def main():
         try:
             path.write_text(text.replace(fault["original"], fault["replacement"]))
             built = run(["cmake", "--build", str(build), "-j", "2"], ROOT) == 0
-            # One failing test is enough to call the fault caught.
-            failed = not built or run(ctest + ["--stop-on-failure"], build) != 0
+            by = []
+            if not built:
+                failed = True
+            elif args.all_failures:
+                by = failing_tests(ctest, build)
+                failed = bool(by)
+            else:
+                # One failing test is enough to call the fault caught.
+                failed = run(ctest + ["--stop-on-failure"], build) != 0
         finally:
             path.write_text(text)
         # A fault that does not compile says nothing about the tests.
         result = "nobuild" if not built else ("caught" if failed else "MISSED")
         caught += built and failed
         print(f"{fault['id']:<6} {result:<8} {fault['what']}", flush=True)
+        if by:
+            print(f"       caught by: {' '.join(by)}", flush=True)
     # Rebuild the clean tree so the build directory matches the sources again.
     run(["cmake", "--build", str(build), "-j", "2"], ROOT)
     print(f"{caught} of {len(faults)} faults caught")

@@ -77,12 +77,14 @@ TEST(ClassOfService, ResourceTableKeepsNinePairs) {
         limits.push_back(object({cfgElement("cen_rate_limit/ingress_rate", i * 100),
                                  cfgElement("cen_rate_limit/egress_rate", i)}));
     }
-    std::vector<unsigned int> slots(18, 0);
+    // A longer vector than the record's: the table's own bound of nine pairs still holds.
+    std::vector<unsigned int> slots(20, 0);
     cfgPlusApiConverter().jsonCfgPlusVnsResourceTable(cfgElement("cen_rate_limit", limits), slots);
     EXPECT_EQ(slots[0], 100u);
     EXPECT_EQ(slots[1], 1u);
     EXPECT_EQ(slots[16], 900u);
     EXPECT_EQ(slots[17], 9u);
+    EXPECT_EQ(slots[18] + slots[19], 0u) << "a tenth pair was written";
 
     apiCfgPlusEntry entry = {-1,           -1, CFG_BYTES, const_cast<char*>("t"),
                              slots.data(), 16, nullptr,   nullptr};

@@ -1,4 +1,5 @@
-// The document: parsing, reset, validation, saving, and the top-level object table.
+// The document: parsing, validation, saving, the top-level object table, and the build
+// driver's failures; whole documents, odd ones included, are golden files (golden_test).
 #include <gtest/gtest.h>
 #include <json-c/json.h>
 
@@ -9,6 +10,8 @@
 
 namespace {
 
+using testsupport::build;
+using testsupport::Built;
 using testsupport::captureStderr;
 using testsupport::captureStdout;
 using testsupport::readFile;
@@ -56,30 +59,6 @@ TEST(DocumentParse, TokenizerErrorsGoToStandardError) {
         [&] { out = captureStdout([&] { root = doc.parse(dir.file("missing.json")); }); });
     EXPECT_EQ(root, nullptr);
     EXPECT_EQ(out + err, "");
-}
-
-TEST(DocumentReset, ClearsListsKeyAndPortOnly) {
-    jsonCfgPlus doc;
-    doc.m_request_id = 7;
-    doc.m_cen_time = 9;
-    doc.m_redis_depth = 2;
-    doc.m_redis_ip = "10.0.0.1";
-    doc.m_redis_port = 6379;
-    doc.m_redis_key = "cfg";
-    doc.m_global = {cfgElement("a", 1), cfgElement("b", 2)};
-    radio_entry radio;
-    radio.id = 1;
-    radio.wlans.resize(2);
-    doc.m_radios = {radio, radio, radio};
-    size_t capacity = doc.m_radios.capacity();
-    doc.reset();
-    EXPECT_EQ(doc.m_global.size() + doc.m_radios.size(), 0u);
-    EXPECT_EQ(doc.m_radios.capacity(), capacity);
-    EXPECT_EQ(doc.m_redis_ip + "|" + doc.m_redis_key + "|" + std::to_string(doc.m_redis_port),
-              "10.0.0.1||0");
-    EXPECT_EQ(std::to_string(doc.m_request_id) + "|" + std::to_string(doc.m_cen_time) + "|" +
-                  std::to_string(doc.m_redis_depth),
-              "7|9|2");
 }
 
 TEST(DocumentValidate, PrintsItsFindings) {
@@ -271,6 +250,33 @@ TEST(ObjectTableLifecycle, ResetReleasesTheRootAndEmptiesTheTable) {
     EXPECT_EQ(all.root(), nullptr);
     EXPECT_EQ(all.findCfgObject("b"), nullptr);
     EXPECT_EQ(json_object_put(second), 1);
+}
+
+TEST(BuildDriver, MissingDeviceFailsEvenWithRedisSource) {
+    jsonCfgPlus doc;
+    Built b = build(doc, R"({"ip": "127.0.0.1", "port": 1, "key": "k", "personality": "x"})");
+    EXPECT_EQ(b.result, -1);
+    EXPECT_NE(b.output.find("[ERR] not found mandatory device.\n"), std::string::npos);
+    EXPECT_TRUE(doc.m_global.empty());
+}
+
+int g_callbackCalls = 0;
+int failingPipeline(jsonCfgPlus* doc) {
+    ++g_callbackCalls;
+    return doc->m_global.empty() ? 1 : 5;
+}
+
+TEST(BuildDriver, PipelineResultFailsTheBuildAndResetsTheLists) {
+    jsonCfgPlus doc;
+    doc.m_callback = failingPipeline;
+    g_callbackCalls = 0;
+    Built b = build(doc, R"({"key": "k", "ip": "h", "device": {"a": 1},
+                             "profile": [{"name": "p", "interface": []}]})");
+    EXPECT_EQ(b.result, 5);
+    EXPECT_EQ(g_callbackCalls, 1);
+    EXPECT_TRUE(doc.m_global.empty());
+    EXPECT_EQ(doc.m_redis_key, "");
+    EXPECT_EQ(doc.m_redis_ip, "h");
 }
 
 }  // namespace

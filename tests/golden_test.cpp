@@ -1,17 +1,19 @@
-// Whole-document behaviour as golden text under tests/data/golden: the dump of the example
-// document through every converter, the element lists a build leaves (global order, radio
-// merge, WLAN slots), and the rendering of every entry kind.
+// Whole-document behaviour as golden text under tests/data/golden, each an input document and
+// its expected output: the example and purpose-made documents through every converter, the
+// element lists a build leaves, the walk of every JSON shape, the rendering of every entry
+// kind, and the tool's lint and diff reports.
 // Regenerate after an intended change with: JCP_UPDATE_GOLDEN=1 ctest --test-dir build -R golden
 // and read the diff before committing it.
 #include <gtest/gtest.h>
-#include <unistd.h>
+#include <json-c/json.h>
 
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
+#include <set>
 
 #include "api/jsoncfgplus.h"
 #include "document/json_cfg_plus.h"
-#include "signature/signature_maps.h"
 #include "test_support.h"
 
 namespace {
@@ -43,47 +45,65 @@ void expectGolden(const std::string& name, const std::string& text) {
                   << diff;
 }
 
-// The icon paths in the example are relative to the project directory.
-class InProjectDirectory : public testing::Test {
-  protected:
-    void SetUp() override {
-        ASSERT_NE(getcwd(previous_, sizeof previous_), nullptr);
-        ASSERT_EQ(chdir(JCP_EXAMPLES_DIR "/.."), 0);
-    }
-    void TearDown() override {
-        EXPECT_EQ(chdir(previous_), 0);
-        cfgPlusSignatureMaps::m_inst.clear();
-    }
-
-  private:
-    char previous_[4096] = {};
-};
-
-TEST_F(InProjectDirectory, ExampleDocumentThroughEveryConverter) {
-    const std::string dir = JCP_EXAMPLES_DIR "/signatures";
-    cfgPlusSignatureMaps::m_inst.setPaths(dir + "/appid.xml", dir + "/displaynames.xml",
-                                          dir + "/mergedAppid.xml",
-                                          dir + "/mergedDisplaynames.xml");
-    const std::string text = readFile(JCP_EXAMPLES_DIR "/ap-config.json");
-    std::string built;
-    apiCfgPlusResult* result = testsupport::parseText(text, jsonCfgPlusParserCallback, &built);
-    ASSERT_NE(result, nullptr) << built;
-    expectGolden("ap-config.dump.txt", captureStdout([&] {
-                     printJsonCfgPlus(result);
-                     freeJsonCfgPlus(result);
-                 }));
+// The example through every converter as the tool dumps it, with what the build prints; run
+// from the project directory, since the example's icon paths are relative to it.
+TEST(Golden, ExampleDocumentThroughEveryConverter) {
+    testsupport::ToolRun run =
+        testsupport::runTool("dump examples/ap-config.json --signature-dir examples/signatures", "",
+                             JCP_EXAMPLES_DIR "/..");
+    EXPECT_EQ(run.status, 0) << run.err;
+    expectGolden("ap-config.dump.txt", run.out);
 }
 
 // Before any converter: the global order, radios merged by id with the device's values
-// winning, WLANs and meshpoints in their slots, ports and IoT interfaces as pseudo-radios.
+// winning, WLANs and meshpoints in their slots, ports and IoT interfaces as pseudo-radios
+// (build), and the radio id each interface name gives, or the warning that skips it
+// (interfaces).
 TEST(Golden, ElementListsOfABuild) {
-    const std::string text = readFile(dataPath("golden/build.json"));
-    jsonCfgPlus doc;
-    std::string out = captureStdout([&] {
-        ASSERT_EQ(doc.buildConfig(text.data(), static_cast<unsigned int>(text.size())), 0);
-        doc.printConfig();
-    });
-    expectGolden("build.txt", out);
+    for (const char* name : {"build", "interfaces"}) {
+        SCOPED_TRACE(name);
+        const std::string text = readFile(dataPath("golden/" + std::string(name) + ".json"));
+        jsonCfgPlus doc;
+        std::string out = captureStdout([&] {
+            ASSERT_EQ(doc.buildConfig(text.data(), static_cast<unsigned int>(text.size())), 0);
+            doc.printConfig();
+        });
+        expectGolden(name + std::string(".txt"), out);
+    }
+}
+
+// The converters at their limits: radio lists and defaults, settings copied into each radio,
+// meshpoints on radios of every band, WLAN slots beside wired and IoT ports, the first route,
+// three sensor servers and 32 ARP-guard addresses (converters); what they give when the
+// document holds next to nothing (converter_defaults); the OSEN rule and the Hotspot items
+// dropped or cut, each with its warning (hotspot). With everything the build prints.
+TEST(Golden, ConvertersAtTheirLimits) {
+    for (const char* name : {"converters", "converter_defaults", "hotspot"}) {
+        SCOPED_TRACE(name);
+        std::string out;
+        apiCfgPlusResult* result =
+            testsupport::parseText(readFile(dataPath("golden/" + std::string(name) + ".json")),
+                                   jsonCfgPlusParserCallback, &out);
+        ASSERT_NE(result, nullptr) << out;
+        expectGolden(name + std::string(".dump.txt"), out + captureStdout([&] {
+                                                          printJsonCfgPlus(result);
+                                                          freeJsonCfgPlus(result);
+                                                      }));
+    }
+}
+
+// Each JSON shape as the walk turns it into an element: kind, [path string], rendering; a
+// repeated name replaces the first in place, within one array item only.
+TEST(Golden, WalkOfEveryJsonShape) {
+    json_object* root = json_tokener_parse(readFile(dataPath("golden/walk.json")).c_str());
+    ASSERT_NE(root, nullptr);
+    cfgElementList elements;
+    jsonCfgPlus::walk(root, "", {}, {}, elements);
+    json_object_put(root);
+    std::string text;
+    for (const cfgElement& e : elements)
+        text += std::to_string(e.kind) + " [" + e.key + "] " + e.toString(0) + "\n";
+    expectGolden("walk.txt", text);
 }
 
 // Every entry kind as the daemon's dump renders it, without the converters.
@@ -94,6 +114,38 @@ TEST(Golden, DumpOfEveryEntryKind) {
                      printJsonCfgPlus(result);
                      freeJsonCfgPlus(result);
                  }));
+}
+
+// Every problem planted in the documents under tests/data/lint, one line each at its pointer.
+TEST(Golden, LintOfEveryPlantedProblem) {
+    std::set<std::string> files;
+    for (const auto& file : std::filesystem::directory_iterator(dataPath("lint")))
+        files.insert(file.path().filename().string());
+    std::string report;
+    for (const std::string& name : files) {
+        testsupport::ToolRun run = testsupport::runTool("lint " + dataPath("lint/" + name));
+        report += "== " + name + " (exit " + std::to_string(run.status) + ")\n" + run.out;
+    }
+    expectGolden("lint.txt", report);
+}
+
+// The example with a changed ACL rule, WLAN and topology, and a sensor scan list added, which
+// gives each radio a second entry of the same name.
+TEST(Golden, DiffOfTheChangedExample) {
+    std::string doc = readFile(JCP_EXAMPLES_DIR "/ap-config.json");
+    for (const auto& [from, to] : std::vector<std::pair<std::string, std::string>>{
+             {"\"low_dport\": 22 }", "\"low_dport\": 2222 }"},
+             {"\"ssid\": \"Guest\"", "\"ssid\": \"Guest2\""},
+             {"\"hq-tunnel-secret\"", "\"hq-tunnel-rotated\""},
+             {"\"sensor_scanmode\": {", "\"scan_channels\": [\"36\"], \"sensor_scanmode\": {"}}) {
+        size_t at = doc.find(from);
+        ASSERT_NE(at, std::string::npos) << from;
+        doc.replace(at, from.size(), to);
+    }
+    testsupport::ToolRun run =
+        testsupport::runTool("diff " JCP_EXAMPLES_DIR "/ap-config.json -", doc);
+    EXPECT_EQ(run.status, 1) << run.err;
+    expectGolden("diff.txt", run.out);
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
-// Hostile documents: every stored shape under tests/data/hostile and generated extremes of
-// size end in a result or a clean failure, through the whole pipeline, the dump and the free;
-// none of them reaches the network.
+// Whatever a manager sends ends in a result or a clean failure, through the whole pipeline, the
+// dump and the free: every stored shape under tests/data/bad and tests/data/hostile, and
+// generated extremes of size and depth; none of them reaches the network.
 #include <gtest/gtest.h>
 
 #include <climits>
@@ -37,11 +37,12 @@ class NoNetwork : public testing::Test {
 struct Outcome {
     bool built = false;
     std::string out;
+    std::string err;
 };
 
 Outcome parseConvertDumpFree(const std::string& text) {
     Outcome o;
-    testsupport::captureStderr([&] {
+    o.err = testsupport::captureStderr([&] {
         apiCfgPlusResult* r = testsupport::parseText(text, jsonCfgPlusParserCallback, &o.out);
         o.built = r != nullptr;
         testsupport::captureStdout([&] {
@@ -58,33 +59,48 @@ size_t count(const std::string& text, const std::string& what) {
     return n;
 }
 
-TEST_F(NoNetwork, EveryStoredHostileShapeEndsCleanly) {
+TEST_F(NoNetwork, EveryStoredShapeEndsCleanly) {
     const std::map<std::string, bool> expectedBuilt = {
-        {"depth_at_limit.json", true},
-        {"depth_past_limit.json", false},
-        {"many_endpoints_and_arp_entries.json", true},
-        {"nul_escapes_and_invalid_utf8.json", true},
-        {"number_limits.json", true},
-        {"overlong_interface_names.json", true},
-        {"pointer_to_remote_redis.json", false},
-        {"references_as_array.json", true},
-        {"references_as_empty_string.json", true},
-        {"references_as_null.json", true},
-        {"references_as_number.json", true},
-        {"references_as_object.json", true},
-        {"truncated_in_escape.json", false},
-        {"truncated_in_number.json", false},
-        {"truncated_in_string.json", false},
-        {"unclosed_everything.json", false}};
+        {"bad/array_document.json", false},
+        {"bad/duplicate_names.json", true},
+        {"bad/empty.json", false},
+        {"bad/members_of_wrong_types.json", true},
+        {"bad/null_document.json", false},
+        {"bad/numbers_out_of_range.json", true},
+        {"bad/odd_strings.json", true},
+        {"bad/references_of_wrong_types.json", true},
+        {"bad/scalar_document.json", false},
+        {"bad/scalar_objects.json", true},
+        {"bad/string_document.json", false},
+        {"bad/trailing_garbage.json", true},
+        {"bad/truncated.json", false},
+        {"hostile/depth_at_limit.json", true},
+        {"hostile/depth_past_limit.json", false},
+        {"hostile/many_endpoints_and_arp_entries.json", true},
+        {"hostile/nul_escapes_and_invalid_utf8.json", true},
+        {"hostile/number_limits.json", true},
+        {"hostile/overlong_interface_names.json", true},
+        {"hostile/pointer_to_remote_redis.json", false},
+        {"hostile/references_as_array.json", true},
+        {"hostile/references_as_empty_string.json", true},
+        {"hostile/references_as_null.json", true},
+        {"hostile/references_as_number.json", true},
+        {"hostile/references_as_object.json", true},
+        {"hostile/truncated_in_escape.json", false},
+        {"hostile/truncated_in_number.json", false},
+        {"hostile/truncated_in_string.json", false},
+        {"hostile/unclosed_everything.json", false}};
     size_t seen = 0;
-    for (const auto& file : std::filesystem::directory_iterator(testsupport::dataPath("hostile"))) {
-        std::string name = file.path().filename().string();
-        SCOPED_TRACE(name);
-        auto expected = expectedBuilt.find(name);
-        ASSERT_NE(expected, expectedBuilt.end()) << "add the new file to this table";
-        Outcome o = parseConvertDumpFree(testsupport::readFile(file.path().string()));
-        EXPECT_EQ(o.built, expected->second) << o.out.substr(0, 2000);
-        ++seen;
+    for (const char* dir : {"bad", "hostile"}) {
+        for (const auto& file : std::filesystem::directory_iterator(testsupport::dataPath(dir))) {
+            std::string name = dir + ("/" + file.path().filename().string());
+            SCOPED_TRACE(name);
+            auto expected = expectedBuilt.find(name);
+            ASSERT_NE(expected, expectedBuilt.end()) << "add the new file to this table";
+            Outcome o = parseConvertDumpFree(testsupport::readFile(file.path().string()));
+            EXPECT_EQ(o.built, expected->second) << o.out.substr(0, 2000);
+            ++seen;
+        }
     }
     EXPECT_EQ(seen, expectedBuilt.size());
     // Only the pointer document names a server, and the connector refused it.
@@ -137,23 +153,29 @@ TEST_F(NoNetwork, GeneratedExtremesOfSizeEndCleanly) {
         EXPECT_TRUE(parseConvertDumpFree(row.text).built);
     }
     EXPECT_TRUE(g_connectHosts.empty());
+
+    Outcome deep = parseConvertDumpFree("{\"device\": {\"a\": " + std::string(200, '[') +
+                                        std::string(200, ']') + "}}");
+    EXPECT_FALSE(deep.built);
+    EXPECT_EQ(deep.err, "Error: nesting too deep\n");
 }
 
-TEST(HostileNumbers, BssAtTheIntegerLimitsNeverOverflows) {
-    jsonCfgPlus doc;
-    std::string text =
-        R"({"wlan": [{"name": "w1", "cen_ssid_id": 1}, {"name": "w2", "cen_ssid_id": 2},
-                                    {"name": "w3", "cen_ssid_id": 3}],
-        "device": {"interface": [{"name": "radio1", "type": "radio", "wlanbssmap": [
-            {"bss": -2147483648, "wlan": "w1"}, {"bss": -9223372036854775808, "wlan": "w1"},
-            {"bss": 2147483647, "wlan": "w2"}, {"bss": -2147483647, "wlan": "w3"}]}]}})";
-    std::string out = testsupport::captureStdout(
-        [&] { EXPECT_EQ(doc.buildConfig(text.data(), static_cast<unsigned>(text.size())), 0); });
-    ASSERT_EQ(doc.m_radios.size(), 1u);
-    // The smallest bss has no index below it and is dropped; the others keep bss - 1.
-    std::vector<std::pair<int, int>> services;
-    for (const vns_entry& v : doc.m_radios[0].wlans) services.emplace_back(v.ssidId, v.index);
-    EXPECT_EQ(services, (std::vector<std::pair<int, int>>{{2, INT_MAX - 1}, {3, INT_MIN}}));
+// Arrays of any length are walked whole: every value reaches its entry.
+TEST(HugeArrays, AreWalkedWhole) {
+    std::string ints = repeated(100000, [](size_t i) { return std::to_string(i); });
+    apiCfgPlusResult* r = testsupport::parseText("{\"device\": {\"ints\": [" + ints + "]}}");
+    ASSERT_NE(r, nullptr);
+    ASSERT_EQ(r->global.count, 1);
+    EXPECT_EQ(r->global.entries[0].size, 100000 * 4);
+    EXPECT_EQ(static_cast<int32_t*>(r->global.entries[0].value)[99999], 99999);
+    testsupport::captureStdout([&] { freeJsonCfgPlus(r); });
+
+    std::string objects =
+        repeated(20000, [](size_t i) { return "{\"k\":" + std::to_string(i) + "}"; });
+    r = testsupport::parseText("{\"device\": {\"objs\": [" + objects + "]}}");
+    ASSERT_NE(r, nullptr);
+    EXPECT_EQ(testsupport::nestedCount(r->global.entries[0]), 20000u);
+    testsupport::captureStdout([&] { freeJsonCfgPlus(r); });
 }
 
 TEST(ElementBudget, AmplifyingDocumentStopsWithOneErrorAndNoResult) {

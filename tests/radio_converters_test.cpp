@@ -1,4 +1,5 @@
-// Radio converters, the antenna lists and the derivation of a wireless mode from rate names.
+// The derivation of a wireless mode from rate names, and the ACS channel list, which no
+// pipeline step runs; the pipeline's radio converters are golden (converters.dump.txt).
 #include <gtest/gtest.h>
 
 #include <stdexcept>
@@ -61,71 +62,6 @@ TEST(RatesToWirelessMode, KeywordsAndDerivedModes) {
         EXPECT_STREQ(basic, row.basic);
         EXPECT_TRUE(basic == nullptr || basic == rates[0] + 6 || basic == rates[0]);  // no copy
     }
-}
-
-TEST(RadioConverters, ChannelListsDtimProbeAndAxDefaults) {
-    jsonCfgPlus doc;
-    doc.m_radios = {
-        radio(1, {cfgElement("dtim", std::list<int>{3, 1}), cfgElement("ax_support", true),
-                  cfgElement("ocs_channel_list_bg", std::list<int>{1}),
-                  cfgElement("ocs_channel_list_a", Strs{"36"}),
-                  cfgElement("ocs_channel_list_ax6", Strs{"5"}),
-                  cfgElement("probe_response_rssi_threshold", -70), cfgElement("ax_twt", 1)}),
-        radio(2, {cfgElement("dtim", std::list<int>{}), cfgElement("fallback_channels", Strs{"1"}),
-                  cfgElement("ax_bsscolor", 7), cfgElement("ax_ofdma", "on")})};
-    cfgPlusApiConverter c;
-    for (auto step : {&cfgPlusApiConverter::jsonCfgPlusRadioFallbackChannelList,
-                      &cfgPlusApiConverter::jsonCfgPlusRadioDtim,
-                      &cfgPlusApiConverter::jsonCfgPlusRadioOcsChannelList,
-                      &cfgPlusApiConverter::jsonCfgPlusRadioProbeSuppress,
-                      &cfgPlusApiConverter::jsonCfgPlusRadioAxParamsDefault})
-        EXPECT_EQ(testsupport::captureStdout([&] { EXPECT_EQ((c.*step)(doc), 0); }), "");
-    EXPECT_EQ(dump(doc.m_radios[0].elements),
-              "\"beacon/dtim\": 3\n\"dtim\": [3,1]\n\"ax_support\": true\n\"ax_ofdma\": \"\"\n"
-              "\"ocs_channel_list_bg\": [1]\n\"ocs_channel_list\": [\"36\"]\n"
-              "\"ocs_channel_list_ax6\": [\"5\"]\n\"cen_probe_supress_enable\": true\n"
-              "\"probe_response_rssi_threshold\": -70\n\"ax_twt\": 1\n\"ax_bsscolor\": 0\n"
-              "\"fallback_channels\": [ ]\n");
-    EXPECT_EQ(dump(doc.m_radios[1].elements),
-              "\"dtim\": [ ]\n\"fallback_channels\": [\"1\"]\n\"ax_bsscolor\": 7\n"
-              "\"ax_ofdma\": \"on\"\n\"cen_probe_supress_enable\": false\n");
-}
-
-TEST(RadioConverters, GlobalSettingsCopiedAndGathered) {
-    jsonCfgPlus doc;
-    doc.m_global = {cfgElement("rf_domain/sensor_policy/scan_channels", Strs{"1", "6"}),
-                    cfgElement("rf_domain/sensor_policy/sensor_scanmode/lock_freq", 2437),
-                    cfgElement("rf_domain/sensor_policy/sensor_scanmode/scan_mode", "lock"),
-                    cfgElement("load_balancing_group_id", 4, "gid"),
-                    cfgElement("load_balancing_balance_band_loads", true),
-                    cfgElement("antenna_id_internal_option", "int"),
-                    cfgElement("antenna_id_group3_option", "g3"),
-                    cfgElement("antenna_id_group11_option", "g11")};
-    doc.m_radios = {radio(1, {}), radio(3, {cfgElement("antenna_mode", "4x4")})};
-    cfgPlusApiConverter c;
-    doc.m_trace = 1;
-    EXPECT_EQ(testsupport::captureStdout([&] {
-                  c.jsonCfgPlusRadioSensorChannelList(doc);
-                  c.jsonCfgPlusRadioLoadBalancing(doc);
-                  c.jsonCfgPlusAntennaType(doc);
-              }),
-              "jsonCfgPlusRadioSensorChannelList converting...\n"
-              "jsonCfgPlusRadioLoadBalancing converting...\n"
-              "jsonCfgPlusVnsVlan: Processing Antenna Type. \n");
-    const std::string copies =
-        "\"rf_domain/sensor_policy/sensor_scanmode/scan_mode\": \"lock\"\n"
-        "\"rf_domain/sensor_policy/scan_channels\": [\n  \"\": {\n"
-        "    \"rf_domain/sensor_policy/scan_channels/frequency\": 2437,\n"
-        "    \"rf_domain/sensor_policy/scan_channels/width\": \"20MHz\"\n  }\n]\n"
-        "\"rf_domain/sensor_policy/scan_channels\": [\"1\",\"6\"]\n"
-        "\"load_balancing_balance_band_loads\": true\n\"load_balancing_group_id\": 4\n";
-    EXPECT_EQ(dump(doc.m_radios[0].elements), copies);
-    EXPECT_EQ(dump(doc.m_radios[1].elements), "\"antenna_mode\": \"4x4\"\n" + copies);
-    EXPECT_EQ(doc.m_radios[1].elements.back().key, "gid");
-    EXPECT_EQ(doc.m_global.size(), 10u);
-    EXPECT_EQ(doc.m_global.back().toString(0), "\"cen_antenna_mode\": [\"4x4\"]");
-    EXPECT_EQ(std::prev(doc.m_global.end(), 2)->toString(0),
-              "\"cen_antenna_group\": [\"g3\",\"int\"]");
 }
 
 TEST(RadioConverters, AcsChannelListFromFallbackOrItsOwnText) {

@@ -56,19 +56,9 @@ inline int unusedPort() {
 class RedisServer {
   public:
     RedisServer() : m_port(unusedPort()) {
-        std::vector<std::string> args = {"redis-server",
-                                         "--save",
-                                         "",
-                                         "--appendonly",
-                                         "no",
-                                         "--port",
-                                         std::to_string(m_port),
-                                         "--bind",
-                                         "127.0.0.1",
-                                         "--dir",
-                                         m_dir.path(),
-                                         "--logfile",
-                                         m_dir.file("log")};
+        std::vector<std::string> args = {"redis-server", "--save", "", "--appendonly", "no"};
+        args.insert(args.end(), {"--port", std::to_string(m_port), "--bind", "127.0.0.1"});
+        args.insert(args.end(), {"--dir", m_dir.path(), "--logfile", m_dir.file("log")});
         std::vector<char*> argv;
         for (std::string& a : args) argv.push_back(a.data());
         argv.push_back(nullptr);

@@ -3,8 +3,6 @@
 #include <sys/stat.h>
 #include <utime.h>
 
-#include <algorithm>
-#include <cstdlib>
 #include <stdexcept>
 
 #include "signature/signature_maps.h"
@@ -51,14 +49,6 @@ class SignatureMaps : public ::testing::Test {
     cfgPlusSignatureMaps& maps = cfgPlusSignatureMaps::m_inst;
     testsupport::TempDir dir;
 };
-
-TEST_F(SignatureMaps, FactoryFilesLoadBeforeTheFirstLookup) {
-    int group = 0;
-    quietly([&] { group = maps.findGroupId("Streaming"); });
-    EXPECT_EQ(group, 17);
-    EXPECT_EQ(maps.findDisplayId("YouTube"), 2210);
-    EXPECT_EQ(maps.findGroupId("streaming"), 0);
-}
 
 TEST_F(SignatureMaps, LoadKeepsTablesOnBadFilesAndThrowsOnBadIds) {
     quietly([&] { maps.load(dir.file("appid.xml"), dir.file("displaynames.xml")); });
@@ -151,22 +141,6 @@ TEST_F(SignatureMaps, ExtendedSignaturesAndDnsEntries) {
     }
     maps.reloadExtended({});
     EXPECT_EQ(maps.findDisplayId("YouTube"), 2210);
-}
-
-TEST_F(SignatureMaps, ToolReportsANonNumericIdInOneLine) {
-    testsupport::writeFile(dir.file("appid.xml"),
-                           groups(R"(<AppGroupID name="Streaming" value="many"/>)"));
-    testsupport::writeFile(dir.file("doc.json"),
-                           R"({"device": {"interface": [{"name": "radio1", "type": "radio",
-            "wlanbssmap": [{"bss": 1, "wlan": "w"}]}]},
-            "wlan": [{"name": "w", "cen_ssid_id": 1, "app_policy": "p"}],
-            "app_policy": [{"name": "p", "rule_entry": [{"app_category": "Streaming"}]}]})");
-    std::string command = std::string(JCP_TOOL_PATH) + " dump " + dir.file("doc.json") +
-                          " --signature-dir " + dir.path() + " >/dev/null 2>" + dir.file("err");
-    EXPECT_NE(std::system(command.c_str()), 0);
-    std::string err = testsupport::readFile(dir.file("err"));
-    EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 1) << err;
-    EXPECT_EQ(err.find("jsoncfgplus dump: a numeric text in the input is not a usable number"), 0u);
 }
 
 }  // namespace

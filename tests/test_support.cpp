@@ -3,6 +3,7 @@
 
 #include "document/json_cfg_plus.h"
 
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -81,6 +82,19 @@ Built build(jsonCfgPlus& doc, const std::string& text) {
     b.output = captureStdout(
         [&] { b.result = doc.buildConfig(text.data(), static_cast<unsigned int>(text.size())); });
     return b;
+}
+
+ToolRun runTool(const std::string& args, const std::string& input, const std::string& cwd) {
+    TempDir dir;
+    writeFile(dir.file("in"), input);
+    std::string command = (cwd.empty() ? "" : "cd " + cwd + " && ") + JCP_TOOL_PATH + " " + args +
+                          " <" + dir.file("in") + " >" + dir.file("out") + " 2>" + dir.file("err");
+    int raw = std::system(command.c_str());
+    ToolRun run;
+    run.status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
+    run.out = readFile(dir.file("out"));
+    run.err = readFile(dir.file("err"));
+    return run;
 }
 
 }  // namespace testsupport

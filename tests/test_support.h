@@ -33,6 +33,16 @@ struct Built {
 };
 Built build(jsonCfgPlus& doc, const std::string& text);
 
+// What the tool printed and how it ended; status is -1 when it did not exit (a crash).
+struct ToolRun {
+    int status = -1;
+    std::string out;
+    std::string err;
+};
+// Runs the tool with args (shell words), input on standard input, in directory cwd if given.
+ToolRun runTool(const std::string& args, const std::string& input = "",
+                const std::string& cwd = "");
+
 // A directory that lives as long as the object.
 class TempDir {
   public:

@@ -1,4 +1,4 @@
-// Topology records byte by byte; the WLAN VLAN elements and word.
+// Topology records byte by byte: every field, the type and tagging, the endpoint limit.
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -9,7 +9,6 @@
 namespace {
 
 using Bytes = std::vector<uint8_t>;
-using List = std::list<cfgElement>;
 constexpr size_t kRecord = sizeof(TOPOLOGY_ENTRY);
 const char kNative1[] = R"(,{"name": "port-channel1", "type": "ethernet", "switchport": )";
 
@@ -151,30 +150,6 @@ TEST(TopologyConverter, EndpointLimitPutsTheFourthOverTheName) {
             EXPECT_TRUE(sameBytes(r, 112, {3, 0, 0, 10, 1, 'k', 'e', 'y', '3', 0}));
         }
     }
-}
-
-TEST(WlanVlan, FlattensTheFirstVlanObjectAndDefaultsToBridged) {
-    cfgElement vlans("vlans", cfgObjArray{cfgElement("", List{cfgElement("vlans/vlan", 4097)}),
-                                          cfgElement("", List{cfgElement("vlans/vlan", 9)})});
-    jsonCfgPlus doc;
-    doc.m_radios.push_back(
-        radio_entry{1,
-                    "radio1",
-                    {},
-                    {vns_entry{0, 1, 1, {cfgElement("a", 1), vlans, cfgElement("z", 1)}}},
-                    {}});
-    cfgPlusApiConverter converter;
-    converter.jsonCfgPlusVnsVlan(doc);
-    const List& wlan = doc.m_radios[0].wlans[0].elements;
-    std::string names;
-    for (const cfgElement& e : wlan) names += e.name + " ";
-    EXPECT_EQ(names, "a vlans/vlan z ");
-    int word = 0;
-    converter.jsonCfgPlusVnsVlan(wlan, word);
-    EXPECT_EQ(word, 0xA001);
-    converter.jsonCfgPlusVnsVlan(
-        {cfgElement("vlans/cen_tagged", true), cfgElement("vlans/cen_bridged", false)}, word);
-    EXPECT_EQ(word, 0x6000);
 }
 
 }  // namespace
