@@ -1,9 +1,9 @@
 // Helpers of the Hotspot 2.0 converters: list items, fields, texts and warnings.
 #include <algorithm>
-#include <sstream>
 
 #include "api/diag.h"
 #include "convert/hotspot_priv.h"
+#include "convert/rule_fields_priv.h"
 
 namespace jcp {
 namespace hs2 {
@@ -127,14 +127,9 @@ std::string shown(const cfgElement& element) {
                    std::to_string(element.strValue.size()) + " octets)";
         }
         case CFG_INT:
-            return std::to_string(element.intValue);
         case CFG_BOOL:
-            return element.boolValue ? "true" : "false";
-        case CFG_DOUBLE: {
-            std::ostringstream text;
-            text << element.doubleValue;
-            return text.str();
-        }
+        case CFG_DOUBLE:
+            return elementText(element);
         default:
             return kindName(element.kind);
     }
