@@ -125,18 +125,22 @@ void cfgElement::toApiCfgPlusEntry(apiCfgPlusEntry& entry) const {
     entry.name = entryName.release();
 }
 
-void cfgElement::setApiCfgPlusList(const std::list<cfgElement>& list, apiCfgPlusEntryArray* array,
-                                   int radio, int vns) {
-    if (array == nullptr) return;
-    array->count = static_cast<int32_t>(list.size());
-    array->entries = nullptr;
-    if (list.empty()) return;
+namespace {
 
-    // Converted straight from the list: the element is only read, so no copy is needed.
-    EntryBlock block(list.size());
-    for (const cfgElement& element : list) {
+// Fills array with count top-level entries, each written by convertNext from the next element
+// of the list, tagged with the list's radio and VNS.
+template <typename ConvertNext>
+void fillArray(size_t count, apiCfgPlusEntryArray* array, int radio, int vns,
+               ConvertNext convertNext) {
+    if (array == nullptr) return;
+    array->count = static_cast<int32_t>(count);
+    array->entries = nullptr;
+    if (count == 0) return;
+
+    EntryBlock block(count);
+    for (size_t i = 0; i < count; ++i) {
         apiCfgPlusEntry& entry = block.next();
-        element.toApiCfgPlusEntry(entry);
+        convertNext(entry);
         entry.radio = radio;
         entry.vns = vns;
         block.commitOne();
@@ -144,23 +148,22 @@ void cfgElement::setApiCfgPlusList(const std::list<cfgElement>& list, apiCfgPlus
     array->entries = block.release();
 }
 
+}  // namespace
+
+void cfgElement::setApiCfgPlusList(const std::list<cfgElement>& list, apiCfgPlusEntryArray* array,
+                                   int radio, int vns) {
+    // Converted straight from the list: the element is only read, so no copy is needed.
+    auto next = list.begin();
+    fillArray(list.size(), array, radio, vns,
+              [&next](apiCfgPlusEntry& entry) { (next++)->toApiCfgPlusEntry(entry); });
+}
+
 void cfgElement::setApiCfgPlusList(std::list<cfgElement>&& list, apiCfgPlusEntryArray* array,
                                    int radio, int vns) {
-    if (array == nullptr) return;
-    array->count = static_cast<int32_t>(list.size());
-    array->entries = nullptr;
-    if (list.empty()) return;
-
-    EntryBlock block(list.size());
-    while (!list.empty()) {
-        apiCfgPlusEntry& entry = block.next();
+    fillArray(list.size(), array, radio, vns, [&list](apiCfgPlusEntry& entry) {
         list.front().toApiCfgPlusEntry(entry);
-        entry.radio = radio;
-        entry.vns = vns;
-        block.commitOne();
         list.pop_front();
-    }
-    array->entries = block.release();
+    });
 }
 
 void cfgElement::freeApiCfgPlusEntry(apiCfgPlusEntry& entry) {
