@@ -45,6 +45,10 @@ TEST(ClassOfService, DefaultCosNibblesAndFlags) {
          {cfgElement("ingress_enable", false), cfgElement("egress_enable", 0),
           cfgElement("ingress_rate", 0x12)},
          {0x30, 0, 0, 0, 0x2F}},
+        // Shifted as unsigned numbers: a negative priority and a rate past 28 bits are no
+        // undefined behaviour, and still only their low four bits reach the byte.
+        {"negative priority", {cfgElement("mark_8021p", -1)}, {0x02, 0, 0, 0xF0, 0xFF}},
+        {"ingress rate past 28 bits", {cfgElement("ingress_rate", 268435456)}, {0, 0, 0, 0, 0x0F}},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);

@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <functional>
 
+#include "convert/converter.h"
 #include "convert/filter_print.h"
 #include "signature/signature_maps.h"
 #include "test_support.h"
@@ -150,6 +152,121 @@ TEST_F(FilterRules, ActionsDirectionsAndAddresses) {
     EXPECT_EQ(v6[0].r_ext_action_flags, 0x2000);
 }
 
+// Keys each filling only their own field, host-name rules held to their flags, white-list rules
+// without enforcement and unknown names kept: the first rule of the WLAN's array.
+TEST_F(FilterRules, EachKeyFillsOnlyItsOwnFields) {
+    const std::string warnFqdn = "warning: the specified FQDN rule not found its definition.";
+    const std::string portal = R"("captive_portal": [{"name": "cp", "dns_whitelist": "d",
+        "cen_http_ports": "80"}], "dns_whitelist": [{"name": "d", "entry": [{"host": "a.example"},
+        {"host": "b.example"}]}])";
+    struct Row {
+        const char* name;
+        std::string text;
+        size_t count;
+        uint16_t filter, portMin, portMax;
+        uint8_t mask;  // every byte of r_macmask
+        std::string message;
+    } rows[] = {
+        {"mac without mask", acl("mac", true, R"({"precedence": 10, "allow": "deny",
+            "smac": "00-11-22-33-44-55"})"),
+         1, 0x0300, 0, 0, 0x00, ""},
+        {"mac with mask", acl("mac", false, R"({"dmac": "00-11-22-33-44-55",
+            "dmac_mask": "ff-ff-ff-ff-ff-ff"})"),
+         1, 0x0880, 0, 0, 0xFF, ""},
+        {"dns name with ports and protocol", acl("ip", true, R"({"precedence": 1,
+            "dns_name": "nowhere.example", "low_dport": 443, "high_dport": 443, "protocol": 6})"),
+         1, 0x0186, 443, 443, 0, warnFqdn},
+        {"dns name outbound with an address", acl("ip", false, R"({"dns_name": "x.example",
+            "dip": "10.0.0.1", "low_sport": 53})"),
+         1, 0x0186, 53, 0, 0, warnFqdn},
+        {"dns name keeps the ToS bit", acl("ip", true, R"({"dns_name": "x.example",
+            "match_dot1p": 3})"),
+         1, 0x2186, 0, 0, 0, warnFqdn},
+        {"empty dns name", acl("ip", true, R"({"dns_name": ""})"), 1, 0x0186, 0, 0, 0, warnFqdn},
+        {"lone low dport", acl("ip", true, R"({"low_dport": 80})"), 1, 0x0160, 80, 0, 0, ""},
+        {"lone high dport", acl("ip", true, R"({"high_dport": 8080})"), 1, 0x0160, 0, 8080, 0, ""},
+        {"lone low sport", acl("ip", false, R"({"low_sport": 53})"), 1, 0x00D0, 53, 0, 0, ""},
+        {"white list without enforcement", document(R"("captive_portal": "cp")", portal), 2, 0x0186,
+         0, 0, 0, warnFqdn},
+        {"white list, portal not enforced",
+         document(R"("captive_portal": "cp", "captive_portal_enforcement": "none")", portal), 2,
+         0x0186, 0, 0, 0, warnFqdn},
+        {"unknown application",
+         document(R"("app_policy": "p")", R"("app_policy": [{"name": "p", "rule_entry": [
+            {"precedence": 3, "allow": "deny", "canned_app": "Unknown"}]}])"),
+         1, 0x0180, 0, 0, 0,
+         "[WARN] application policy: no signature for Unknown in rule with precedence: 3, kept "
+         "with id 0"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        output.clear();
+        auto r = rules(row.text);
+        EXPECT_EQ(r.size(), row.count) << output;
+        if (r.empty()) continue;
+        const FILTER_RULE_ENTRY& rule = r[0].rule;
+        EXPECT_EQ(rule.r_filter_flags, row.filter) << filterFlagsToString(rule.r_filter_flags);
+        EXPECT_EQ(rule.r_port_min, row.portMin);
+        EXPECT_EQ(rule.r_port_max, row.portMax);
+        EXPECT_EQ(rule.r_app_sig_disp_id, 0u);
+        for (uint8_t byte : rule.r_macmask) EXPECT_EQ(byte, row.mask);
+        if (!row.message.empty()) {
+            EXPECT_NE(output.find(row.message), std::string::npos) << output;
+        }
+    }
+}
+
+// The one-rule forms are exported: a caller's record holds whatever its memory held before.
+TEST_F(FilterRules, OneRuleFormsStartFromAnEmptyRecord) {
+    auto fields = [](std::list<cfgElement> children) {
+        return cfgElement("", std::move(children));
+    };
+    cfgPlusApiConverter c;
+    struct Row {
+        const char* name;
+        size_t filled;  // the white-list form fills only the rule, not the extended word
+        std::function<int(apiCfgPlusFilterRule&)> convert;
+    } rows[] = {
+        {"mac", sizeof(apiCfgPlusFilterRule),
+         [&](apiCfgPlusFilterRule& out) {
+             cfgElement rule = fields({cfgElement("precedence", 5), cfgElement("allow", "deny"),
+                                       cfgElement("smac", "00-11-22-33-44-55")});
+             return c.jsonCfgPlusVnsMacAcl(rule, cfgPlusApiConverter::FILTER_INBOUND, out);
+         }},
+        {"ip", sizeof(apiCfgPlusFilterRule),
+         [&](apiCfgPlusFilterRule& out) {
+             cfgElement rule = fields({cfgElement("precedence", 5), cfgElement("dip", "10.0.0.1")});
+             return c.jsonCfgPlusVnsIpAcl(rule, cfgPlusApiConverter::FILTER_OUTBOUND, out);
+         }},
+        {"application", sizeof(apiCfgPlusFilterRule),
+         [&](apiCfgPlusFilterRule& out) {
+             cfgElement rule = fields({cfgElement("canned_app", "BitTorrent")});
+             return c.jsonCfgPlusVnsAppPolicy(rule, out);
+         }},
+        {"white-list entry", sizeof(FILTER_RULE_ENTRY),
+         [&](apiCfgPlusFilterRule& out) {
+             cfgElement entry = fields({cfgElement("host", "portal.example")});
+             return c.jsonCfgPlusVnsDnsWhiteListToIpAcl(entry, out.rule);
+         }},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        apiCfgPlusFilterRule clean;
+        apiCfgPlusFilterRule stale;
+        std::memset(&clean, 0, sizeof clean);
+        std::memset(&stale, 0xAA, sizeof stale);
+        int cleanResult = 0;
+        int staleResult = 0;
+        output = testsupport::captureStdout([&] {
+            cleanResult = row.convert(clean);
+            staleResult = row.convert(stale);
+        });
+        EXPECT_EQ(cleanResult, 0) << output;
+        EXPECT_EQ(staleResult, 0) << output;
+        EXPECT_EQ(std::memcmp(&clean, &stale, row.filled), 0);
+    }
+}
+
 TEST_F(FilterRules, InvalidRulesFailTheParseWithTheirMessage) {
     struct Row {
         std::string text;
@@ -216,11 +333,11 @@ TEST_F(FilterRules, ListsMergeByPrecedenceAndJoinInTheirOrder) {
            "cen_ext_app_cfg_tbl": [{"cen_ext_app_disp_name": "P", "cen_ext_app_match_str": "portal.example",
                 "cen_ext_app_disp_id": 5563, "cen_ext_app_id": 77, "cen_ext_app_group_id": 9}])");
     auto r = rules(text);
-    ASSERT_EQ(r.size(), 11u) << output;
+    ASSERT_EQ(r.size(), 12u) << output;
     // precedence, direction flag: inbound first on equal precedence
-    const uint32_t precedence[] = {10, 10, 20, 30, 1, 0, 0, 0, 0, 2, 4};
+    const uint32_t precedence[] = {10, 10, 20, 30, 1, 0, 0, 0, 0, 2, 3, 4};
     const uint16_t direction[] = {0x0100, 0x0080, 0x0080, 0x0100, 0x0100, 0x0080};
-    for (size_t i = 0; i < 11; ++i) EXPECT_EQ(r[i].rule.precedence, precedence[i]) << i;
+    for (size_t i = 0; i < 12; ++i) EXPECT_EQ(r[i].rule.precedence, precedence[i]) << i;
     for (size_t i = 0; i < 6; ++i) EXPECT_EQ(r[i].rule.r_filter_flags, direction[i]) << i;
     EXPECT_EQ(r[6].rule.r_app_sig_disp_id, 5563u);
     EXPECT_EQ(r[6].rule.r_app_sig_group_id, 9u);
@@ -229,15 +346,13 @@ TEST_F(FilterRules, ListsMergeByPrecedenceAndJoinInTheirOrder) {
     EXPECT_EQ(r[8].rule.r_port_max, 8080);
     EXPECT_EQ(r[8].rule.r_filter_flags, 0x0128);
     EXPECT_EQ(r[9].rule.r_app_sig_disp_id, 1204u);
-    EXPECT_EQ(r[10].rule.r_app_sig_group_id, 17u);
-    EXPECT_NE(output.find("[WARN] application policy: no signature for Unknown"),
-              std::string::npos);
+    EXPECT_EQ(r[11].rule.r_app_sig_group_id, 17u);
 
-    // Not enforced: the portal adds no rule.
+    // Not enforced: the white list stays, the HTTP ports add no rule.
     std::string open = text;
     open.replace(open.find(R"("captive_portal_enforcement": "")"), 32,
                  R"("captive_portal_enforcement": "none")");
-    EXPECT_EQ(rules(open).size(), 8u);
+    EXPECT_EQ(rules(open).size(), 10u);
 }
 
 TEST_F(FilterRules, PastTheLimitTheRestIsDroppedWithAWarning) {

@@ -74,6 +74,8 @@ TEST_F(NoNetwork, EveryStoredShapeEndsCleanly) {
         {"bad/string_document.json", false},
         {"bad/trailing_garbage.json", true},
         {"bad/truncated.json", false},
+        {"hostile/cos_ingress_rate_past_int.json", true},
+        {"hostile/cos_priority_negative.json", true},
         {"hostile/depth_at_limit.json", true},
         {"hostile/depth_past_limit.json", false},
         {"hostile/many_endpoints_and_arp_entries.json", true},

@@ -33,11 +33,12 @@ int cfgPlusApiConverter::jsonCfgPlusVnsDefaultCoS(const cfgElement& element, ap_
     cos.r_rates = 0xFF;
     for (const cfgElement& child : element.elements) {
         const std::string& name = child.name;
-        int value = intOf(child);
+        // Unsigned, so a negative or wide value shifts without undefined behaviour.
+        const auto value = static_cast<unsigned int>(intOf(child));
         // Deliberate: priority and ingress index are shifted unmasked; only 4 bits survive.
         if (name == "mark_8021p") {
             cos.r_flags |= kCosUp;
-            cos.r_prio_txq = static_cast<uint8_t>((cos.r_prio_txq & 0x0F) | (value << 4));
+            cos.r_prio_txq = static_cast<uint8_t>((cos.r_prio_txq & 0x0Fu) | (value << 4));
         } else if (name == "cen_mark_tos") {
             cos.r_flags |= kCosTos;
             cos.r_tos = static_cast<uint8_t>(value);
@@ -45,15 +46,15 @@ int cfgPlusApiConverter::jsonCfgPlusVnsDefaultCoS(const cfgElement& element, ap_
             cos.r_tosmask = static_cast<uint8_t>(value);
         } else if (name == "transmit_queue") {
             cos.r_flags |= kCosTxq;
-            cos.r_prio_txq = static_cast<uint8_t>((cos.r_prio_txq & 0xF0) | (value & 0x0F));
+            cos.r_prio_txq = static_cast<uint8_t>((cos.r_prio_txq & 0xF0u) | (value & 0x0Fu));
         } else if (name == "ingress_enable") {
             cos.r_flags |= kCosIrl;  // deliberate: the key's presence enables, whatever its value
         } else if (name == "ingress_rate") {
-            cos.r_rates = static_cast<uint8_t>((cos.r_rates & 0x0F) | (value << 4));
+            cos.r_rates = static_cast<uint8_t>((cos.r_rates & 0x0Fu) | (value << 4));
         } else if (name == "egress_enable") {
             cos.r_flags |= kCosOrl;
         } else if (name == "egress_rate") {
-            cos.r_rates = static_cast<uint8_t>((cos.r_rates & 0xF0) | (value & 0x0F));
+            cos.r_rates = static_cast<uint8_t>((cos.r_rates & 0xF0u) | (value & 0x0Fu));
         }
     }
     return 0;

@@ -65,7 +65,7 @@ class JCP_EXPORT cfgPlusApiConverter {
     // rule is invalid.
     enum apiCfgPlusFilterDirection { FILTER_INBOUND = 0, FILTER_OUTBOUND = 1 };
     using FilterRuleList = std::list<apiCfgPlusFilterRule>;
-    // One rule (an element list with plain keys) into out, which the caller zero-fills.
+    // One rule (an element list with plain keys) into out, emptied first whatever it held.
     int jsonCfgPlusVnsMacAcl(cfgElement& rule, apiCfgPlusFilterDirection direction,
                              apiCfgPlusFilterRule& out);
     int jsonCfgPlusVnsMacAcl(ElementList& rules, apiCfgPlusFilterDirection direction,
@@ -74,7 +74,7 @@ class JCP_EXPORT cfgPlusApiConverter {
                             apiCfgPlusFilterRule& out);
     int jsonCfgPlusVnsIpAcl(ElementList& rules, apiCfgPlusFilterDirection direction,
                             FilterRuleList& out);
-    // 1 when the rule names only applications the signature maps do not know: it is skipped.
+    // A name the signature maps do not know gives id 0 after a [WARN]; the rule is kept.
     int jsonCfgPlusVnsAppPolicy(cfgElement& rule, apiCfgPlusFilterRule& out);
     int jsonCfgPlusVnsAppPolicy(ElementList& rules, FilterRuleList& out);
     // Every rule source of one service into its rule array and policy elements.

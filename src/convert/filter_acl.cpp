@@ -109,6 +109,7 @@ int cfgPlusApiConverter::jsonCfgPlusVnsAclCos(const ElementList& fields,
 int cfgPlusApiConverter::jsonCfgPlusVnsAppPolicy(cfgElement& rule, apiCfgPlusFilterRule& out) {
     const RuleFields& fields = rule.elements;
     FILTER_RULE_ENTRY& record = out.rule;
+    jcp::startRecord(out);
     record.r_eth_type = 0x0800;
     // An application is recognised on its flows, whichever way they go.
     record.r_filter_flags = kFilterInDir | kFilterOutDir;
@@ -132,14 +133,15 @@ int cfgPlusApiConverter::jsonCfgPlusVnsAppPolicy(cfgElement& rule, apiCfgPlusFil
     if (app != nullptr) record.r_app_sig_disp_id = uint32_t(maps.findDisplayId(app->strValue));
     if (category != nullptr)
         record.r_app_sig_group_id = uint32_t(maps.findGroupId(category->strValue));
-    // A rule with no known signature would match every flow: skip it rather than let a deny
-    // stop the whole service because the AP's signature files are older than the manager.
-    if (record.r_app_sig_disp_id == 0 && record.r_app_sig_group_id == 0) {
-        jcp::diag("[WARN] application policy: no signature for ",
-                  app != nullptr ? app->strValue : category->strValue,
-                  ", rule with precedence: ", record.precedence, " skipped");
-        return 1;
-    }
+    // An unknown name keeps its rule with id 0, as the maps answer: the manager decides what its
+    // rules mean, and the warning tells that the AP's signature files do not know the name.
+    auto warnUnknown = [&record](const cfgElement* name, uint32_t id) {
+        if (name == nullptr || id != 0) return;
+        jcp::diag("[WARN] application policy: no signature for ", name->strValue,
+                  " in rule with precedence: ", record.precedence, ", kept with id 0");
+    };
+    warnUnknown(app, record.r_app_sig_disp_id);
+    warnUnknown(category, record.r_app_sig_group_id);
     if (jcp::readContainToVlan(fields, record) != 0 || jsonCfgPlusVnsAclCos(fields, out) != 0)
         return -1;
     return 0;
@@ -147,6 +149,7 @@ int cfgPlusApiConverter::jsonCfgPlusVnsAppPolicy(cfgElement& rule, apiCfgPlusFil
 
 int cfgPlusApiConverter::jsonCfgPlusVnsDnsWhiteListToIpAcl(cfgElement& entry,
                                                            FILTER_RULE_ENTRY& out) {
+    jcp::startRecord(out);
     // A white-list entry names its server by "host"; it becomes a host-name rule like
     // "dns_name", its ids from the manager's DNS signatures.
     const cfgElement* host = field(entry.elements, "host");
@@ -155,8 +158,7 @@ int cfgPlusApiConverter::jsonCfgPlusVnsDnsWhiteListToIpAcl(cfgElement& entry,
                   host != nullptr ? jcp::elementText(*host) : std::string("no host"));
         return -1;
     }
-    // Precedence 0: what the portal lets through before login comes before every ACL.
-    out.precedence = 0;
+    // Precedence 0, the empty record's: what the portal lets through before login comes first.
     out.r_eth_type = 0x0800;
     out.r_filter_flags = kCaptivePortalFlags;
     out.r_action_flags = kActionAccessCtrl;

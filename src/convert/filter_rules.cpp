@@ -164,6 +164,8 @@ bool allDigits(const std::string& text) {
     return true;
 }
 
+// An address that does not parse fails the service: kept without it, the rule would match every
+// host.
 int readAddress(const cfgPlusApiConverter& converter, const cfgElement& element, RuleAddress& out) {
     bool valid = element.kind == CFG_STRING;
     if (valid) {
@@ -204,8 +206,9 @@ struct PortRange {
     bool operator==(const PortRange& other) const { return low == other.low && high == other.high; }
 };
 
-// A "low_*"/"high_*" pair; a lone low port is a single port, a lone high port starts at 0.
-// 0 when absent (present false), -1 after a message when out of range or reversed.
+// A "low_*"/"high_*" pair, each key filling only its own end (the other stays 0). 0 when absent
+// (present false), -1 after a message when out of range or, with both ends given, reversed:
+// such a rule fails the service, since kept without its ports it would filter other traffic.
 int readPorts(const RuleFields& fields, const char* lowName, const char* highName,
               uint32_t precedence, PortRange& range, bool& present) {
     const cfgElement* low = field(fields, lowName);
@@ -221,8 +224,8 @@ int readPorts(const RuleFields& fields, const char* lowName, const char* highNam
         }
     }
     range.low = low != nullptr ? low->intValue : 0;
-    range.high = high != nullptr ? high->intValue : range.low;
-    if (range.low > range.high) {
+    range.high = high != nullptr ? high->intValue : 0;
+    if (low != nullptr && high != nullptr && range.low > range.high) {
         jcp::diag("Port in the IP ACL is not valid: ", range.low, "-", range.high,
                   " in rule with precedence: ", precedence);
         return -1;
@@ -236,6 +239,7 @@ int cfgPlusApiConverter::jsonCfgPlusVnsMacAcl(cfgElement& rule, apiCfgPlusFilter
                                               apiCfgPlusFilterRule& out) {
     const RuleFields& fields = rule.elements;
     FILTER_RULE_ENTRY& record = out.rule;
+    jcp::startRecord(out);
     record.r_filter_flags = directionFlag(direction);
     if (jcp::readPrecedence(fields, record) != 0 || jcp::readAction(fields, out, false) != 0)
         return -1;
@@ -258,8 +262,6 @@ int cfgPlusApiConverter::jsonCfgPlusVnsMacAcl(cfgElement& rule, apiCfgPlusFilter
         std::memcpy(record.r_mac, source, sizeof source);
         record.r_filter_flags |= addressFlags(true, direction);
     }
-    // An address without a mask matches exactly that address, never every address.
-    if (dmac != nullptr || smac != nullptr) std::memset(record.r_macmask, 0xFF, 6);
     for (const char* maskName : {"dmac_mask", "smac_mask"}) {
         const cfgElement* mask = field(fields, maskName);
         if (mask != nullptr &&
@@ -280,6 +282,7 @@ int cfgPlusApiConverter::jsonCfgPlusVnsIpAcl(cfgElement& rule, apiCfgPlusFilterD
     const RuleFields& fields = rule.elements;
     FILTER_RULE_ENTRY& record = out.rule;
     bool outbound = direction == FILTER_OUTBOUND;
+    jcp::startRecord(out);
     record.r_eth_type = 0x0800;
     record.r_filter_flags = directionFlag(direction);
     if (jcp::readPrecedence(fields, record) != 0 || jcp::readAction(fields, out, true) != 0)
@@ -303,26 +306,6 @@ int cfgPlusApiConverter::jsonCfgPlusVnsIpAcl(cfgElement& rule, apiCfgPlusFilterD
     if (sip != nullptr) {
         storeAddress(source, record);
         record.r_filter_flags |= addressFlags(true, direction);
-    }
-
-    if (const cfgElement* dnsName = field(fields, "dns_name")) {
-        if (dnsName->kind != CFG_STRING || dnsName->strValue.empty()) {
-            jcp::diag("DNS name in the IP ACL is not valid: ", jcp::elementText(*dnsName));
-            return -1;
-        }
-        // A host name matches both ways: its address as destination going in, as source coming
-        // back. It replaces any address flags; the port and protocol flags below still add.
-        record.r_filter_flags = kFilterInDir | kFilterOutDir | kFilterDestIpIn | kFilterSourceIpOut;
-        record.r_action_flags |= kActionAccessCtrl;
-        cfgPlusExtendedSig signature = cfgPlusSignatureMaps::m_inst.findDnsEntry(dnsName->strValue);
-        if (signature.dispId == 0) {
-            jcp::diag("warning: the specified FQDN rule not found its definition.");
-        } else {
-            record.r_app_sig_disp_id = static_cast<uint32_t>(signature.dispId);
-            record.r_app_sig_group_id = static_cast<uint32_t>(signature.groupId);
-            // The manager's application id is the fixed id of a custom signature.
-            record.r_fixed_app_id = static_cast<uint32_t>(signature.appId);
-        }
     }
 
     PortRange destinationPorts;
@@ -367,9 +350,6 @@ int cfgPlusApiConverter::jsonCfgPlusVnsIpAcl(cfgElement& rule, apiCfgPlusFilterD
                           "Ether type in the IP ACL is not valid: ", record.r_eth_type) != 0)
             return -1;
     }
-    if (jcp::readContainToVlan(fields, record) != 0 ||
-        jsonCfgPlusVnsAclTosMatch(fields, out) != 0 || jsonCfgPlusVnsAclCos(fields, out) != 0)
-        return -1;
 
     if (record.r_eth_type == 0x0800) {
         // Only the first fragment carries the ports: the rest follow its verdict.
@@ -381,6 +361,33 @@ int cfgPlusApiConverter::jsonCfgPlusVnsIpAcl(cfgElement& rule, apiCfgPlusFilterD
             (record.r_action_flags & (kActionAccessCtrl | kActionDeny)) == kActionAccessCtrl;
         if (addressed && passes) record.r_filter_flags |= kFilterShadowArp;
     }
+
+    if (const cfgElement* dnsName = field(fields, "dns_name")) {
+        if (dnsName->kind != CFG_STRING) {
+            jcp::diag("DNS name in the IP ACL is not valid: ", jcp::elementText(*dnsName));
+            return -1;
+        }
+        // A host name matches both ways: its address as destination going in, as source coming
+        // back. After the address, port and protocol steps, so none of their flags remain.
+        record.r_filter_flags = kFilterInDir | kFilterOutDir | kFilterDestIpIn | kFilterSourceIpOut;
+        record.r_action_flags |= kActionAccessCtrl;
+        // An empty name is no host: it matches no signature, not one without a match string.
+        cfgPlusExtendedSig signature;
+        if (!dnsName->strValue.empty())
+            signature = cfgPlusSignatureMaps::m_inst.findDnsEntry(dnsName->strValue);
+        if (signature.dispId == 0) {
+            jcp::diag("warning: the specified FQDN rule not found its definition.");
+        } else {
+            record.r_app_sig_disp_id = static_cast<uint32_t>(signature.dispId);
+            record.r_app_sig_group_id = static_cast<uint32_t>(signature.groupId);
+            // The manager's application id is the fixed id of a custom signature.
+            record.r_fixed_app_id = static_cast<uint32_t>(signature.appId);
+        }
+    }
+
+    if (jcp::readContainToVlan(fields, record) != 0 ||
+        jsonCfgPlusVnsAclTosMatch(fields, out) != 0 || jsonCfgPlusVnsAclCos(fields, out) != 0)
+        return -1;
     return 0;
 }
 

@@ -109,7 +109,7 @@ class PlainKeys {
 };
 
 // Converts each rule of the array under its plain keys (the array's two key components cut
-// from each child's name). convert returns 0 to keep the record, 1 to skip it, -1 to fail.
+// from each child's name). convert returns 0 to keep the record, -1 to fail.
 template <typename Convert>
 int convertRules(cfgPlusApiConverter& converter, ElementList& list, const char* arrayName,
                  FilterRuleList& out, Convert convert) {
@@ -148,6 +148,8 @@ int convertPair(cfgPlusApiConverter& converter, ElementList& list, const char* i
     return 0;
 }
 
+// Whole 76-byte apiCfgPlusFilterRule records, not 72-byte FILTER_RULE_ENTRYs: the extended
+// action word carries REDIRECTION to the AP.
 void appendRule(std::vector<uint8_t>& bytes, const apiCfgPlusFilterRule& rule) {
     const auto* at = reinterpret_cast<const uint8_t*>(&rule);
     bytes.insert(bytes.end(), at, at + sizeof rule);
@@ -270,11 +272,11 @@ int cfgPlusApiConverter::jsonCfgPlusVnsServiceFilters(vns_entry& wlan) {
             0 ||
         convertPair(*this, list, "ip_in_acl/ip_rules", "ip_out_acl/ip_rules", ipv4Rules, ip) != 0)
         return -1;
-    // A portal that is not enforced lets every client through: its rules would only filter.
-    if (enforced) {
-        ElementList entries = rulesUnder(*this, list, "captive_portal/dns_whitelist/entry");
-        if (jsonCfgPlusVnsCaptivePortalIpAcl(entries, ports, portalRules) != 0) return -1;
-    }
+    // The white list stands whatever the portal does; only the HTTP ports lead to the portal's
+    // redirect, which exists only when it is enforced.
+    ElementList entries = rulesUnder(*this, list, "captive_portal/dns_whitelist/entry");
+    if (!enforced) ports.clear();
+    if (jsonCfgPlusVnsCaptivePortalIpAcl(entries, ports, portalRules) != 0) return -1;
     if (convertPair(*this, list, "ipv6_in_acl/ip_rules", "ipv6_out_acl/ip_rules", ipv6Rules, ip) !=
         0)
         return -1;

@@ -5,6 +5,7 @@
 
 #include <cstring>
 #include <string>
+#include <type_traits>
 
 #include "convert/ap_records.h"
 #include "convert/converter.h"
@@ -28,15 +29,21 @@ int readAction(const RuleFields& fields, apiCfgPlusFilterRule& rule, bool redire
 // The VLAN word of a contain-to-VLAN action; nothing for other actions.
 int readContainToVlan(const RuleFields& fields, FILTER_RULE_ENTRY& rule);
 
-// Converts one rule into a zeroed record and appends it when convert returns 0 (1 skips the
-// rule); -1 when convert fails.
+// The one-rule forms are exported and take the caller's record as it comes: each starts from an
+// empty one, so no byte of an earlier rule reaches the data path.
+template <typename Record>
+void startRecord(Record& record) {
+    static_assert(std::is_trivially_copyable<Record>::value, "a fixed record");
+    std::memset(&record, 0, sizeof record);
+}
+
+// Converts one rule and appends its record; -1 when convert fails.
 template <typename Convert>
 int appendConverted(cfgElement& rule, cfgPlusApiConverter::FilterRuleList& out, Convert convert) {
     apiCfgPlusFilterRule record;
-    std::memset(&record, 0, sizeof record);
-    int result = convert(rule, record);
-    if (result == 0) out.push_back(record);
-    return result < 0 ? -1 : 0;
+    if (convert(rule, record) != 0) return -1;
+    out.push_back(record);
+    return 0;
 }
 
 }  // namespace jcp
