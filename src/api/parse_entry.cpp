@@ -3,6 +3,7 @@
 #include <new>
 
 #include "api/diag.h"
+#include "api/entry_guard_priv.h"
 #include "api/jsoncfgplus.h"
 #include "document/json_cfg_plus.h"
 #include "document/read_file.h"
@@ -96,22 +97,26 @@ void freeArrayBlock(int32_t count, apiCfgPlusEntryArray* block) {
 extern "C" apiCfgPlusResult* parseJsonCfgPlus(const char* json, unsigned int length,
                                               jsonCfgPlusCallback callback, int save,
                                               int saveBackup, int trace) {
-    jcp::diag("parseJsonCfgPlus starts...");
-    ParseDocument document(callback);
-    document.m_save = save;
-    document.m_save_backup = saveBackup;
-    document.m_trace = trace;
-    if (document.buildConfig(json, length) != 0) return nullptr;
-    document.m_all.reset();
-    return collectResult(document);
+    return jcp::guardEntry("parseJsonCfgPlus", nullptr, [&]() -> apiCfgPlusResult* {
+        jcp::diag("parseJsonCfgPlus starts...");
+        ParseDocument document(callback);
+        document.m_save = save;
+        document.m_save_backup = saveBackup;
+        document.m_trace = trace;
+        if (document.buildConfig(json, length) != 0) return nullptr;
+        document.m_all.reset();
+        return collectResult(document);
+    });
 }
 
 extern "C" apiCfgPlusResult* parseJsonCfgPlusFile(const char* path, jsonCfgPlusCallback callback,
                                                   int save, int saveBackup, int trace) {
-    std::string text;
-    if (path == nullptr || !jcp::readWholeFile(path, text)) return nullptr;
-    return parseJsonCfgPlus(text.data(), static_cast<unsigned int>(text.size()), callback, save,
-                            saveBackup, trace);
+    return jcp::guardEntry("parseJsonCfgPlusFile", nullptr, [&]() -> apiCfgPlusResult* {
+        std::string text;
+        if (path == nullptr || !jcp::readWholeFile(path, text)) return nullptr;
+        return parseJsonCfgPlus(text.data(), static_cast<unsigned int>(text.size()), callback, save,
+                                saveBackup, trace);
+    });
 }
 
 extern "C" void freeJsonCfgPlus(apiCfgPlusResult* result) {
