@@ -5,6 +5,7 @@
 #include "api/diag.h"
 #include "api/entry_guard_priv.h"
 #include "api/jsoncfgplus.h"
+#include "api/parse_document_priv.h"
 #include "document/json_cfg_plus.h"
 #include "document/read_file.h"
 
@@ -24,23 +25,9 @@ bool isWirelessRadio(const radio_entry& radio) {
     return radio.id >= 0 && radio.id <= jsonCfgPlus::getMaxRadio();
 }
 
-// The parse entry's document. Its JSON tree is released before the pipeline runs: the
-// converters work on elements alone, and the tree would only add to the peak.
-class ParseDocument : public jsonCfgPlus {
-  public:
-    explicit ParseDocument(jsonCfgPlusCallback pipeline) : m_pipeline(pipeline) {
-        m_callback = pipeline != nullptr ? &ParseDocument::runPipeline : nullptr;
-    }
-
-  private:
-    static int runPipeline(jsonCfgPlus* document) {
-        auto* self = static_cast<ParseDocument*>(document);
-        self->m_all.reset();
-        return self->m_pipeline(document);
-    }
-
-    jsonCfgPlusCallback m_pipeline;
-};
+// The parse entry's document. Its type marks a document of which nothing but the element
+// lists is read after the build.
+class ParseDocument final : public jsonCfgPlus {};
 
 // The lists are moved out of the document and released element by element as their entries
 // are made, so the elements and the entries they become are never both whole in memory.
@@ -94,12 +81,24 @@ void freeArrayBlock(int32_t count, apiCfgPlusEntryArray* block) {
 
 }  // namespace
 
+namespace jcp {
+
+void releaseTableBeforeOwnPipeline(jsonCfgPlus& document) {
+    if (document.m_callback == &jsonCfgPlusParserCallback &&
+        dynamic_cast<ParseDocument*>(&document) != nullptr)
+        document.m_all.reset();
+}
+
+}  // namespace jcp
+
 extern "C" apiCfgPlusResult* parseJsonCfgPlus(const char* json, unsigned int length,
                                               jsonCfgPlusCallback callback, int save,
                                               int saveBackup, int trace) {
     return jcp::guardEntry("parseJsonCfgPlus", nullptr, [&]() -> apiCfgPlusResult* {
         jcp::diag("parseJsonCfgPlus starts...");
-        ParseDocument document(callback);
+        ParseDocument document;
+        // The caller's own function: a callback of the caller's may read the whole document.
+        document.m_callback = callback;
         document.m_save = save;
         document.m_save_backup = saveBackup;
         document.m_trace = trace;
