@@ -52,9 +52,9 @@ int runDebugConfig(int argc, char** argv) {
     args.positionals(0);
     if (args.hasOption("file")) jsonCfgPlusDebugCfg::m_inst.setPath(args.option("file", ""));
     try {
-        getJsonCfgPlusDebugCfg();
+        // The member, not the C entry: the entry only reports a bad switch, the tool fails.
+        jsonCfgPlusDebugCfg::m_inst.loadConfigurations();
     } catch (const std::logic_error&) {
-        // std::stoi's own message names only itself.
         throw std::runtime_error(jsonCfgPlusDebugCfg::m_inst.path() +
                                  ": a debug switch is not a decimal number that fits an int");
     }

@@ -5,7 +5,9 @@
 
 #include <string>
 
+#include "api/decimal_int_priv.h"
 #include "api/diag.h"
+#include "api/entry_guard_priv.h"
 #include "document/read_file.h"
 
 namespace {
@@ -16,7 +18,7 @@ void readSwitch(const tinyxml2::XMLElement* parent, const char* name, uint8_t& o
     if (element == nullptr || element->GetText() == nullptr) return;
     // The conversion's exception is left to escape: a broken settings file is the developer's
     // to fix, and a silent 0 would hide it.
-    out = static_cast<uint8_t>(std::stoi(element->GetText(), nullptr, 10));
+    out = static_cast<uint8_t>(jcp::decimalInt(element->GetText()));
 }
 
 }  // namespace
@@ -77,18 +79,29 @@ void jsonCfgPlusDebugCfg::show() const {
 }
 
 extern "C" jsonCfgPlusDebug* getJsonCfgPlusDebugCfg(void) {
-    jsonCfgPlusDebugCfg::m_inst.loadConfigurations();
-    return jsonCfgPlusDebugCfg::m_inst.switches();
+    jsonCfgPlusDebugCfg& settings = jsonCfgPlusDebugCfg::m_inst;
+    // A switch that is not a number changes no switch, as an unreadable file does; the record
+    // itself is always handed back, since a daemon reads it without a check.
+    const jsonCfgPlusDebug before = *settings.switches();
+    bool loaded = jcp::guardEntry("getJsonCfgPlusDebugCfg", false, [&settings] {
+        settings.loadConfigurations();
+        return true;
+    });
+    if (!loaded) *settings.switches() = before;
+    return settings.switches();
 }
 
 extern "C" const char* getJsonCfgPlusDebugApplyCfg(void) {
-    return jsonCfgPlusDebugCfg::m_inst.getApplyCfgPayload();
+    return jcp::guardEntry("getJsonCfgPlusDebugApplyCfg", nullptr,
+                           [] { return jsonCfgPlusDebugCfg::m_inst.getApplyCfgPayload(); });
 }
 
 extern "C" void setJsonCfgPlusDebugApplyCfg(const char* path) {
-    jsonCfgPlusDebugCfg::m_inst.setApplyCfgPath(path != nullptr ? path : "");
+    jcp::guardVoidEntry("setJsonCfgPlusDebugApplyCfg", [path] {
+        jsonCfgPlusDebugCfg::m_inst.setApplyCfgPath(path != nullptr ? path : "");
+    });
 }
 
 extern "C" void printJsonCfgPlusDebugCfg(void) {
-    jsonCfgPlusDebugCfg::m_inst.show();
+    jcp::guardVoidEntry("printJsonCfgPlusDebugCfg", [] { jsonCfgPlusDebugCfg::m_inst.show(); });
 }

@@ -2,6 +2,7 @@
 #include <string>
 
 #include "api/diag.h"
+#include "api/entry_guard_priv.h"
 #include "api/jsoncfgplus.h"
 #include "model/cfg_element.h"
 
@@ -34,10 +35,7 @@ void printServiceArrays(int32_t count, apiCfgPlusEntryArray* arrays, const char*
     }
 }
 
-}  // namespace
-
-extern "C" void printJsonCfgPlus(apiCfgPlusResult* result) {
-    if (result == nullptr) return;
+void printResult(apiCfgPlusResult* result) {
     printSection("Global Config.");
     printEntries(result->global);
 
@@ -53,4 +51,11 @@ extern "C" void printJsonCfgPlus(apiCfgPlusResult* result) {
     printSection("Meshpoint Config.");
     printServiceArrays(result->meshpointCount, result->meshpoints, "Meshpoint");
     jcp::writeLine("JSON-Q+: printJsonCfgPlus done.");
+}
+
+}  // namespace
+
+extern "C" void printJsonCfgPlus(apiCfgPlusResult* result) {
+    if (result == nullptr) return;
+    jcp::guardVoidEntry("printJsonCfgPlus", [result] { printResult(result); });
 }

@@ -5,6 +5,7 @@
 
 #include "api/clock.h"
 #include "api/diag.h"
+#include "api/entry_guard_priv.h"
 #include "api/jsoncfgplus.h"
 #include "document/json_cfg_plus.h"
 
@@ -15,17 +16,14 @@ struct TreeRelease {
 };
 using Tree = std::unique_ptr<json_object, TreeRelease>;
 
-}  // namespace
-
-extern "C" int getJsonCfgPlusReqId(const char* json, unsigned int length) {
+int readRequestId(const char* json, unsigned int length) {
     Tree root(jsonCfgPlus().parse(json, length));
     int requestId = 0;
     if (root != nullptr) jsonCfgObj::getJsonIntValue("request-id", root.get(), requestId);
     return requestId;
 }
 
-extern "C" int checkJsonCfgPlus(const char* json, unsigned int length, const char* apSerial,
-                                int* requestId) {
+int checkSerial(const char* json, unsigned int length, const char* apSerial, int* requestId) {
     Tree root(jsonCfgPlus().parse(json, length));
     if (root == nullptr) return 0;
 
@@ -56,4 +54,17 @@ extern "C" int checkJsonCfgPlus(const char* json, unsigned int length, const cha
         if (jcp::setClock(&tv) == 0) jcp::diag("set clock errno=", errno);
     }
     return result;
+}
+
+}  // namespace
+
+extern "C" int getJsonCfgPlusReqId(const char* json, unsigned int length) {
+    return jcp::guardEntry("getJsonCfgPlusReqId", 0, [&] { return readRequestId(json, length); });
+}
+
+// A document that cannot be read is not compared, as one that does not parse.
+extern "C" int checkJsonCfgPlus(const char* json, unsigned int length, const char* apSerial,
+                                int* requestId) {
+    return jcp::guardEntry("checkJsonCfgPlus", 0,
+                           [&] { return checkSerial(json, length, apSerial, requestId); });
 }

@@ -3,7 +3,9 @@
 #include <new>
 
 #include "api/diag.h"
+#include "api/entry_guard_priv.h"
 #include "api/jsoncfgplus.h"
+#include "api/parse_document_priv.h"
 #include "document/json_cfg_plus.h"
 #include "document/read_file.h"
 
@@ -23,23 +25,9 @@ bool isWirelessRadio(const radio_entry& radio) {
     return radio.id >= 0 && radio.id <= jsonCfgPlus::getMaxRadio();
 }
 
-// The parse entry's document. Its JSON tree is released before the pipeline runs: the
-// converters work on elements alone, and the tree would only add to the peak.
-class ParseDocument : public jsonCfgPlus {
-  public:
-    explicit ParseDocument(jsonCfgPlusCallback pipeline) : m_pipeline(pipeline) {
-        m_callback = pipeline != nullptr ? &ParseDocument::runPipeline : nullptr;
-    }
-
-  private:
-    static int runPipeline(jsonCfgPlus* document) {
-        auto* self = static_cast<ParseDocument*>(document);
-        self->m_all.reset();
-        return self->m_pipeline(document);
-    }
-
-    jsonCfgPlusCallback m_pipeline;
-};
+// The parse entry's document. Its type marks a document of which nothing but the element
+// lists is read after the build.
+class ParseDocument final : public jsonCfgPlus {};
 
 // The lists are moved out of the document and released element by element as their entries
 // are made, so the elements and the entries they become are never both whole in memory.
@@ -93,25 +81,41 @@ void freeArrayBlock(int32_t count, apiCfgPlusEntryArray* block) {
 
 }  // namespace
 
+namespace jcp {
+
+void releaseTableBeforeOwnPipeline(jsonCfgPlus& document) {
+    if (document.m_callback == &jsonCfgPlusParserCallback &&
+        dynamic_cast<ParseDocument*>(&document) != nullptr)
+        document.m_all.reset();
+}
+
+}  // namespace jcp
+
 extern "C" apiCfgPlusResult* parseJsonCfgPlus(const char* json, unsigned int length,
                                               jsonCfgPlusCallback callback, int save,
                                               int saveBackup, int trace) {
-    jcp::diag("parseJsonCfgPlus starts...");
-    ParseDocument document(callback);
-    document.m_save = save;
-    document.m_save_backup = saveBackup;
-    document.m_trace = trace;
-    if (document.buildConfig(json, length) != 0) return nullptr;
-    document.m_all.reset();
-    return collectResult(document);
+    return jcp::guardEntry("parseJsonCfgPlus", nullptr, [&]() -> apiCfgPlusResult* {
+        jcp::diag("parseJsonCfgPlus starts...");
+        ParseDocument document;
+        // The caller's own function: a callback of the caller's may read the whole document.
+        document.m_callback = callback;
+        document.m_save = save;
+        document.m_save_backup = saveBackup;
+        document.m_trace = trace;
+        if (document.buildConfig(json, length) != 0) return nullptr;
+        document.m_all.reset();
+        return collectResult(document);
+    });
 }
 
 extern "C" apiCfgPlusResult* parseJsonCfgPlusFile(const char* path, jsonCfgPlusCallback callback,
                                                   int save, int saveBackup, int trace) {
-    std::string text;
-    if (path == nullptr || !jcp::readWholeFile(path, text)) return nullptr;
-    return parseJsonCfgPlus(text.data(), static_cast<unsigned int>(text.size()), callback, save,
-                            saveBackup, trace);
+    return jcp::guardEntry("parseJsonCfgPlusFile", nullptr, [&]() -> apiCfgPlusResult* {
+        std::string text;
+        if (path == nullptr || !jcp::readWholeFile(path, text)) return nullptr;
+        return parseJsonCfgPlus(text.data(), static_cast<unsigned int>(text.size()), callback, save,
+                                saveBackup, trace);
+    });
 }
 
 extern "C" void freeJsonCfgPlus(apiCfgPlusResult* result) {

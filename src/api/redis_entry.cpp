@@ -6,6 +6,7 @@
 #include <string>
 
 #include "api/diag.h"
+#include "api/entry_guard_priv.h"
 #include "api/jsoncfgplus.h"
 #include "api/redis_client.h"
 #include "document/json_cfg_plus.h"
@@ -34,10 +35,7 @@ void printPayload(const char* payload) {
                                              JSON_C_TO_STRING_SPACED | JSON_C_TO_STRING_PRETTY));
 }
 
-}  // namespace
-
-extern "C" int sendJsonCfgPlus(const char* pointer, unsigned int length, const char* payload,
-                               int verbose) {
+int storeDocument(const char* pointer, unsigned int length, const char* payload, int verbose) {
     std::string host;
     std::string key;
     int port = 0;
@@ -73,7 +71,7 @@ extern "C" int sendJsonCfgPlus(const char* pointer, unsigned int length, const c
     return 0;
 }
 
-extern "C" int testJsonCfgPlusRedis(const char* host, int port, const char* key) {
+int readKey(const char* host, int port, const char* key) {
     const std::string hostText = host != nullptr ? host : "";
     const std::string keyText = key != nullptr ? key : "";
     redisClient client(hostText, port, entryConnectTimeout());
@@ -89,4 +87,16 @@ extern "C" int testJsonCfgPlusRedis(const char* host, int port, const char* key)
     }
     jcp::diag("retrieving Json Configuration from Redis server succeeded.");
     return 0;
+}
+
+}  // namespace
+
+extern "C" int sendJsonCfgPlus(const char* pointer, unsigned int length, const char* payload,
+                               int verbose) {
+    return jcp::guardEntry("sendJsonCfgPlus", -1,
+                           [&] { return storeDocument(pointer, length, payload, verbose); });
+}
+
+extern "C" int testJsonCfgPlusRedis(const char* host, int port, const char* key) {
+    return jcp::guardEntry("testJsonCfgPlusRedis", -1, [&] { return readKey(host, port, key); });
 }

@@ -5,6 +5,7 @@
 
 #include "addr/ip_addr.h"
 #include "addr/mac_addr.h"
+#include "api/decimal_int_priv.h"
 #include "convert/converter.h"
 #include "convert/element_print.h"
 
@@ -151,7 +152,7 @@ std::list<int> cfgPlusApiConverter::jsonCfgPlusStr2IntList(const std::string& te
     std::istringstream pieces(text);
     std::string piece;
     while (std::getline(pieces, piece, separator)) {
-        if (!piece.empty()) values.push_back(std::stoi(piece));
+        if (!piece.empty()) values.push_back(jcp::decimalInt(piece));
     }
     return values;
 }
@@ -186,7 +187,7 @@ int cfgPlusApiConverter::ethProtocol(const std::string& name) const {
         if (c < '0' || c > '9') return -1;
     }
     // The empty text counts as all digits and makes the conversion throw.
-    return std::stoi(name);
+    return jcp::decimalInt(name);
 }
 
 void cfgPlusApiConverter::jsonCfgPlusElementIPStr2Network(ElementList& list,

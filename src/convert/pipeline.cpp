@@ -1,4 +1,6 @@
 // The conversion pipeline: every converter in its fixed order, stopping at the first failure.
+#include "api/entry_guard_priv.h"
+#include "api/parse_document_priv.h"
 #include "convert/converter.h"
 
 namespace {
@@ -46,11 +48,14 @@ static_assert(sizeof(kPipeline) / sizeof(kPipeline[0]) == 31, "the pipeline has 
 
 extern "C" int jsonCfgPlusParserCallback(jsonCfgPlus* document) {
     if (document == nullptr) return -1;
-    cfgPlusApiConverter converter;
-    int result = 0;
-    for (Step step : kPipeline) {
-        result = (converter.*step)(*document);
-        if (result != 0) break;
-    }
-    return result;
+    return jcp::guardEntry("jsonCfgPlusParserCallback", -1, [document] {
+        jcp::releaseTableBeforeOwnPipeline(*document);
+        cfgPlusApiConverter converter;
+        int result = 0;
+        for (Step step : kPipeline) {
+            result = (converter.*step)(*document);
+            if (result != 0) break;
+        }
+        return result;
+    });
 }

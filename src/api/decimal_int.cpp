@@ -1,0 +1,45 @@
+// The decimal conversion of a document's numeric texts, whose failure names the text.
+#include "api/decimal_int_priv.h"
+
+#include <cstdio>
+#include <stdexcept>
+
+namespace {
+
+// A log line stays one readable line however long or binary the value is.
+const size_t kShownBytes = 64;
+
+std::string quoted(const std::string& text) {
+    std::string out = "\"";
+    for (size_t i = 0; i < text.size() && i < kShownBytes; ++i) {
+        unsigned char c = static_cast<unsigned char>(text[i]);
+        if (c == '"' || c == '\\') {
+            out += '\\';
+            out += static_cast<char>(c);
+        } else if (c < 0x20 || c == 0x7F) {
+            char escaped[5];
+            std::snprintf(escaped, sizeof escaped, "\\x%02X", c);
+            out += escaped;
+        } else {
+            out += static_cast<char>(c);
+        }
+    }
+    out += text.size() > kShownBytes ? "\"..." : "\"";
+    return out;
+}
+
+}  // namespace
+
+namespace jcp {
+
+int decimalInt(const std::string& text) {
+    try {
+        return std::stoi(text, nullptr, 10);
+    } catch (const std::invalid_argument&) {
+        throw std::invalid_argument("not a decimal number: " + quoted(text));
+    } catch (const std::out_of_range&) {
+        throw std::out_of_range("beyond the int range: " + quoted(text));
+    }
+}
+
+}  // namespace jcp
