@@ -2,8 +2,16 @@
 // driver's failures; whole documents, odd ones included, are golden files (golden_test).
 #include <gtest/gtest.h>
 #include <json-c/json.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
+#include <algorithm>
+#include <csignal>
+#include <cstring>
+#include <filesystem>
 #include <functional>
+#include <set>
 
 #include "document/json_cfg_plus.h"
 #include "test_support.h"
@@ -133,6 +141,95 @@ TEST(DocumentSave, SuccessiveSavesAlternateBetweenTwoSlots) {
     doc.m_save_backup = 1;
     EXPECT_EQ(save(fromText), slotName(3 - slot, true));
     EXPECT_EQ(save(tree), slotName(slot, true));
+    json_object_put(root);
+}
+
+// Saves root into a temporary directory and reports what happened.
+class DocumentSaveFile : public ::testing::Test {
+  protected:
+    void SetUp() override { previous = jsonCfgPlus::setSaveDirectory(dir.path()); }
+    void TearDown() override { jsonCfgPlus::setSaveDirectory(previous); }
+
+    struct Saved {
+        int result = -2;
+        std::string name, out;
+    };
+    Saved save(json_object* root) {
+        Saved saved;
+        saved.out = captureStdout([&] { saved.result = doc.saveJsonCfgPlus(root); });
+        std::string prefix = "save JSON-Q+ configuration to file: ";
+        size_t end = saved.out.find(", size:");
+        if (saved.out.rfind(prefix, 0) == 0 && end != std::string::npos)
+            saved.name = saved.out.substr(prefix.size(), end - prefix.size());
+        return saved;
+    }
+    std::set<std::string> files() const {
+        std::set<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(dir.path()))
+            names.insert(entry.path().filename().string());
+        return names;
+    }
+
+    TempDir dir;
+    std::string previous;
+    jsonCfgPlus doc;
+};
+
+TEST_F(DocumentSaveFile, SlotsArePrivateFilesThatReplaceALinkInsteadOfFollowingIt) {
+    writeFile(dir.file("target"), "not yours");
+    for (const char* slot : {"json_q1.json", "json_q2.json"})
+        ASSERT_EQ(symlink(dir.file("target").c_str(), dir.file(slot).c_str()), 0);
+    json_object* root = json_tokener_parse(kDoc);
+    for (int i = 0; i < 2; ++i) {
+        Saved saved = save(root);
+        ASSERT_EQ(saved.result, 0) << saved.out;
+        struct stat status;
+        ASSERT_EQ(lstat(saved.name.c_str(), &status), 0) << saved.name;
+        EXPECT_TRUE(S_ISREG(status.st_mode)) << saved.name;
+        EXPECT_EQ(status.st_mode & 07777, 0600u) << saved.name;
+        EXPECT_EQ(readFile(saved.name), kSaved + "\n");
+    }
+    json_object_put(root);
+    EXPECT_EQ(readFile(dir.file("target")), "not yours");
+    EXPECT_EQ(files(), (std::set<std::string>{"json_q1.json", "json_q2.json", "target"}));
+}
+
+TEST_F(DocumentSaveFile, AFailedSaveLeavesThePreviousSlotAndNoTemporaryFile) {
+    // A document larger than the file-size limit below: the write fails part way, as on a
+    // full /tmp.
+    std::string big = "{\"k\":\"" + std::string(20000, 'x') + "\"}";
+    json_object* root = json_tokener_parse(big.c_str());
+    struct Row {
+        const char* name;
+        std::string directory;
+        rlim_t sizeLimit;
+    } rows[] = {
+        {"directory missing", dir.file("missing"), RLIM_INFINITY},
+        {"write fails", dir.path(), 4096},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        for (const char* slot : {"json_q1.json", "json_q2.json"}) writeFile(dir.file(slot), "old");
+        jsonCfgPlus::setSaveDirectory(row.directory);
+        struct rlimit usual;
+        ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &usual), 0);
+        struct rlimit limited = {std::min(row.sizeLimit, usual.rlim_cur), usual.rlim_max};
+        void (*handler)(int) = std::signal(SIGXFSZ, SIG_IGN);
+        ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limited), 0);
+        Saved saved = save(root);
+        setrlimit(RLIMIT_FSIZE, &usual);
+        std::signal(SIGXFSZ, handler);
+
+        EXPECT_EQ(saved.result, -1);
+        EXPECT_EQ(saved.name.rfind(row.directory + "/json_q", 0), 0u) << saved.out;
+        EXPECT_EQ(saved.out,
+                  "save JSON-Q+ configuration to file: " + saved.name + ", size:" +
+                      std::to_string(std::strlen(json_object_to_json_string_ext(root, 3))) +
+                      "\nUnable to open file: " + saved.name + "\n");
+        for (const char* slot : {"json_q1.json", "json_q2.json"})
+            EXPECT_EQ(readFile(dir.file(slot)), "old") << slot;
+        EXPECT_EQ(files(), (std::set<std::string>{"json_q1.json", "json_q2.json"}));
+    }
     json_object_put(root);
 }
 

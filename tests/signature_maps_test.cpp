@@ -120,6 +120,32 @@ TEST_F(SignatureMaps, ReloadPrefersNewerLiveUpdateFiles) {
     EXPECT_EQ(maps.findGroupId("Streaming"), 17);
 }
 
+TEST_F(SignatureMaps, FactoryTablesAnswerUnderALiveUpdateThatDoesNotLoad) {
+    struct Row {
+        const char* name;
+        const char* liveGroups;    // null: no file
+        const char* liveDisplays;  // null: no file
+        int group, display;
+    } rows[] = {
+        {"live groups without live display names",
+         R"(<Cockatrice><AppGroupID name="Streaming" value="40"/></Cockatrice>)", nullptr, 40,
+         2210},
+        {"unparsable live groups", "<Cockatrice><", R"(<DisplayNames/>)", 17, 2210},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        maps.clear();
+        std::remove(dir.file("mergedDisplaynames.xml").c_str());
+        testsupport::writeFile(dir.file("mergedAppid.xml"), row.liveGroups);
+        if (row.liveDisplays != nullptr)
+            testsupport::writeFile(dir.file("mergedDisplaynames.xml"), row.liveDisplays);
+        // The first thing after start is the reload a converter makes before its lookups.
+        quietly([&] { maps.reload(); });
+        EXPECT_EQ(maps.findGroupId("Streaming"), row.group);
+        EXPECT_EQ(maps.findDisplayId("YouTube"), row.display);
+    }
+}
+
 TEST_F(SignatureMaps, ExtendedSignaturesAndDnsEntries) {
     quietly([&] { maps.findGroupId(""); });
     maps.reloadExtended({signature("YouTube", "yt.example", 7000),

@@ -9,7 +9,7 @@
 
 #include "api/diag.h"
 #include "convert/converter.h"
-#include "platform/platform.h"
+#include "platform/platform_calls_priv.h"
 
 namespace {
 
@@ -233,7 +233,7 @@ int cfgPlusApiConverter::jsonCfgPlusVnsReorderWlans(jsonCfgPlus& doc) {
             // The slot whose value stored on the AP is this SSID id; a WLAN without one is
             // dropped.
             for (int k = 0; k < kWlanSlots; ++k) {
-                if (apCfgVlanVIDGet(radioIndex, k) != wlan.ssidId) continue;
+                if (jcp::storedVlanVid(radioIndex, k) != wlan.ssidId) continue;
                 jcp::diag("VNS[", radioIndex, ",", wlan.index, "] ssid=", wlan.ssidId,
                           " found existing VNS[", radioIndex, ",", k, "]");
                 slots[k] = std::move(wlan);

@@ -5,15 +5,20 @@
 #include <climits>
 #include <cstdio>
 #include <cstring>
-#include <fstream>
 #include <new>
 
 #include "document/read_file.h"
+#include "document/replace_file.h"
 
 namespace {
 
 // Library-wide: successive saves alternate between two slots, keeping the last two documents.
 int g_saveSlot = 1;
+
+std::string& saveDirectory() {
+    static std::string directory = "/tmp";
+    return directory;
+}
 
 constexpr int kSaveFlags = JSON_C_TO_STRING_SPACED | JSON_C_TO_STRING_PRETTY;
 
@@ -91,21 +96,27 @@ int jsonCfgPlus::validate(const char* path) {
 int jsonCfgPlus::saveJsonCfgPlus(json_object* root) {
     if (root == nullptr) return 0;
     const char* text = json_object_to_json_string_ext(root, kSaveFlags);
-    std::string fileName =
-        "/tmp/json_q" + std::to_string(g_saveSlot) + (m_save_backup != 0 ? "_bk" : "") + ".json";
+    std::string fileName = saveDirectory() + "/json_q" + std::to_string(g_saveSlot) +
+                           (m_save_backup != 0 ? "_bk" : "") + ".json";
     if (++g_saveSlot > 2) g_saveSlot = 1;
     size_t length = std::strlen(text);
     jcp::diag("save JSON-Q+ configuration to file: ", fileName, ", size:", length);
-    std::ofstream out(fileName, std::ios::out | std::ios::trunc | std::ios::binary);
-    if (!out.is_open()) {
+    std::string content(text, length);
+    content += '\n';
+    // The document holds the WLAN and tunnel keys: a fresh private file renamed into place,
+    // and any failure on the way is reported as the file not opening.
+    if (!jcp::replaceFile(fileName, content.data(), content.size())) {
         jcp::diag("Unable to open file: ", fileName);
         return -1;
     }
-    out.write(text, static_cast<std::streamsize>(length));
-    out.put('\n');
-    out.close();
     jcp::diag("JSON-Q+ Configuration is saved to file: ", fileName);
     return 0;
+}
+
+std::string jsonCfgPlus::setSaveDirectory(const std::string& directory) {
+    std::string previous = saveDirectory();
+    saveDirectory() = directory.empty() ? "/tmp" : directory;
+    return previous;
 }
 
 int jsonCfgPlus::saveJsonCfgPlus(const char* text, unsigned int len) {

@@ -37,9 +37,14 @@ class JCP_EXPORT jsonCfgPlus {
     json_object* parse(std::string path);
     // Prints what it finds; 0 when the file holds JSON, -1 otherwise.
     int validate(const char* path);
-    // Writes the tree to the next of the two /tmp slots; 0 written or nothing to write.
+    // Writes the tree to the next of the two /tmp slots, a private file (0600) renamed into
+    // place; 0 written or nothing to write, -1 when the slot could not be written.
     int saveJsonCfgPlus(json_object* root);
     int saveJsonCfgPlus(const char* text, unsigned int len);
+    // Points the two slots at another directory (empty: back to /tmp) and returns the one it
+    // replaces; for tests, not exported.
+    __attribute__((visibility("hidden"))) static std::string setSaveDirectory(
+        const std::string& directory);
 
     // Builds the element lists from a document and runs m_callback on success.
     int buildConfig(const char* text, unsigned int len);

@@ -1,14 +1,21 @@
-// Calls into the AP's product-environment library. Off the AP, weak defaults answer 0; the
-// AP's library (or a test) supplies the real ones.
+/* Calls into the AP's product-environment library, which defines them. The library exports
+ * no symbol of these names: it looks the process's definitions up at its first call, so link
+ * and load order do not matter (a platform library opened with dlopen must be opened
+ * RTLD_GLOBAL, before that call). Where the process has none, the library answers 0 and says
+ * so once with a "[WARN]" line. */
 #ifndef JSONCFGPLUS_PLATFORM_PLATFORM_H
 #define JSONCFGPLUS_PLATFORM_PLATFORM_H
 
-#include "api/export.h"
-
+#ifdef __cplusplus
 extern "C" {
-// The value stored on the AP for a radio's WLAN slot (radio 0-based, slot 0 to 7).
-JCP_EXPORT int apCfgVlanVIDGet(int radio, int slot);
-JCP_EXPORT int apCfgBoardSubTypeGet(void);
+#endif
+
+/* The value stored on the AP for a radio's WLAN slot (radio 0-based, slot 0 to 7). */
+int apCfgVlanVIDGet(int radio, int slot);
+int apCfgBoardSubTypeGet(void);
+
+#ifdef __cplusplus
 }
+#endif
 
 #endif

@@ -53,7 +53,11 @@ bool isDnsDisplayId(int32_t id) {
 cfgPlusSignatureMaps cfgPlusSignatureMaps::m_inst;
 
 void cfgPlusSignatureMaps::load(const std::string& groupFile, const std::string& displayFile) {
-    m_loaded = true;
+    loadFactoryOnce();
+    loadPair(groupFile, displayFile);
+}
+
+void cfgPlusSignatureMaps::loadPair(const std::string& groupFile, const std::string& displayFile) {
     if (!loadMap(groupFile, "Cockatrice", "AppGroupID", "value", m_groups)) return;
     loadMap(displayFile, "DisplayNames", "DisplayName", "id", m_displays);
 }
@@ -62,7 +66,7 @@ void cfgPlusSignatureMaps::reload() {
     struct stat status;
     if (stat(m_liveGroupPath.c_str(), &status) != 0) {
         if (m_liveUpdate) {
-            load(m_factoryGroupPath, m_factoryDisplayPath);
+            loadPair(m_factoryGroupPath, m_factoryDisplayPath);
             m_liveUpdate = false;
         }
         return;
@@ -73,7 +77,10 @@ void cfgPlusSignatureMaps::reload() {
         jcp::diag("live-update signature up-to date, no need to reload.");
     } else {
         jcp::diag("load live-update signature.");
-        load(m_liveGroupPath, m_liveDisplayPath);
+        // The factory tables lie under the live-update pair, so a live file that does not
+        // load leaves the factory ids answering.
+        loadFactoryOnce();
+        loadPair(m_liveGroupPath, m_liveDisplayPath);
         // Deliberate: the status-change time is compared, the modification time remembered.
         m_changeTime = static_cast<int32_t>(status.st_mtime);
     }
@@ -86,7 +93,10 @@ void cfgPlusSignatureMaps::reloadExtended(const std::list<cfgPlusExtendedSig>& s
 }
 
 void cfgPlusSignatureMaps::loadFactoryOnce() {
-    if (!m_loaded) load(m_factoryGroupPath, m_factoryDisplayPath);
+    if (m_factoryTried) return;
+    // Marked first: factory files that throw do so once, not on every later lookup.
+    m_factoryTried = true;
+    loadPair(m_factoryGroupPath, m_factoryDisplayPath);
 }
 
 int cfgPlusSignatureMaps::findGroupId(std::string name) {
@@ -142,7 +152,7 @@ void cfgPlusSignatureMaps::setPaths(const std::string& factoryGroup,
 void cfgPlusSignatureMaps::clear() {
     m_changeTime = 0;
     m_liveUpdate = false;
-    m_loaded = false;
+    m_factoryTried = false;
     m_displays.clear();
     m_groups.clear();
     m_extended.clear();

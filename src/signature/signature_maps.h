@@ -25,8 +25,8 @@ class JCP_EXPORT cfgPlusExtendedSig {
 
 class JCP_EXPORT cfgPlusSignatureMaps {
   public:
-    // The process-wide tables. The factory files are loaded lazily, on the first lookup (or
-    // reload) after start, so loading the library never touches the file system.
+    // The process-wide tables. The factory files are loaded lazily, before the first lookup or
+    // load after start, so loading the library never touches the file system.
     static cfgPlusSignatureMaps m_inst;
 
     cfgPlusSignatureMaps() = default;
@@ -35,8 +35,9 @@ class JCP_EXPORT cfgPlusSignatureMaps {
     virtual ~cfgPlusSignatureMaps() = default;
 
     // Replaces the group map, then the display map, each only once its file has parsed with
-    // the right root. A non-numeric id throws std::invalid_argument (std::out_of_range beyond
-    // int), with the entries before it already stored.
+    // the right root (over the factory tables, loaded first if they never were). A non-numeric
+    // id throws std::invalid_argument (std::out_of_range beyond int), with the entries before
+    // it already stored.
     void load(const std::string& groupFile, const std::string& displayFile);
     // Loads the live-update pair when it is newer than the last one loaded, or goes back to
     // the factory pair once the live-update files are gone.
@@ -70,6 +71,7 @@ class JCP_EXPORT cfgPlusSignatureMaps {
 
   private:
     void loadFactoryOnce();
+    void loadPair(const std::string& groupFile, const std::string& displayFile);
 
     int32_t m_changeTime = 0;
     bool m_liveUpdate = false;
@@ -77,7 +79,7 @@ class JCP_EXPORT cfgPlusSignatureMaps {
     std::unordered_map<std::string, int> m_groups;
     std::unordered_map<std::string, cfgPlusExtendedSig> m_extended;
 
-    bool m_loaded = false;  // a load has been tried since start
+    bool m_factoryTried = false;  // the factory pair has been loaded, or tried, since start
     std::string m_factoryGroupPath = "/etc/dpi/conf/appid.xml";
     std::string m_factoryDisplayPath = "/etc/dpi/conf/displaynames.xml";
     std::string m_liveGroupPath = "/tmp/mergedAppid.xml";

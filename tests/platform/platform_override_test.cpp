@@ -1,5 +1,9 @@
-// A daemon that links the shared library and the AP's platform library gets the AP's answers
-// inside the library, not the library's weak defaults.
+// The shared library's platform calls reach the AP's platform library however the daemon links
+// or loads it, and a process without one gets the library's defaults with a warning, once.
+// Built once per way of linking (see tests/CMakeLists.txt): JCP_PLATFORM_ANSWERS says whether
+// the AP's definitions must answer, JCP_PLATFORM_DLOPEN how to open the platform library before
+// the first call, JCP_PLATFORM_LINKED that the program calls the platform itself,
+// JCP_PLATFORM_STATIC that the program links the static library instead.
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
@@ -15,16 +19,14 @@ std::string objectOf(const void* address) {
     return dladdr(address, &info) != 0 && info.dli_fname != nullptr ? info.dli_fname : "";
 }
 
-TEST(PlatformOverride, TheApsDefinitionsWinInsideTheSharedLibrary) {
-    // The converter must come from libjsoncfgplus.so, or this would prove nothing.
-    EXPECT_NE(
-        objectOf(reinterpret_cast<void*>(&jsonCfgPlusParserCallback)).find("libjsoncfgplus.so"),
-        std::string::npos);
-    EXPECT_NE(objectOf(reinterpret_cast<void*>(&apCfgVlanVIDGet)).find("libap_platform"),
-              std::string::npos);
+size_t count(const std::string& text, const std::string& part) {
+    size_t n = 0;
+    for (size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) ++n;
+    return n;
+}
 
-    // The AP stores SSID 105 in slot 5 of its first radio; the reorder keeps the WLAN there.
-    jsonCfgPlus doc;
+// One WLAN of SSID 105, which the AP's platform library stores in slot 5 of the first radio.
+void addOneWlan(jsonCfgPlus& doc) {
     radio_entry radio;
     radio.id = 1;
     radio.name = "radio1";
@@ -35,17 +37,50 @@ TEST(PlatformOverride, TheApsDefinitionsWinInsideTheSharedLibrary) {
     wlan.elements.push_back(cfgElement("cen_ssid_id", 105, "ssid_id"));
     radio.wlans.push_back(wlan);
     doc.m_radios.push_back(radio);
+}
 
-    testing::internal::CaptureStdout();
-    cfgPlusApiConverter().jsonCfgPlusVnsReorderWlans(doc);
-    std::string out = testing::internal::GetCapturedStdout();
+TEST(PlatformCalls, AnsweredByTheProcessWhateverTheLinkOrder) {
+#ifndef JCP_PLATFORM_STATIC
+    // The converter must come from libjsoncfgplus.so, or this would prove nothing.
+    EXPECT_NE(
+        objectOf(reinterpret_cast<void*>(&jsonCfgPlusParserCallback)).find("libjsoncfgplus.so"),
+        std::string::npos);
+    void* libraryHandle = dlopen(JCP_SHARED_LIBRARY, RTLD_NOW | RTLD_NOLOAD);
+    ASSERT_NE(libraryHandle, nullptr);
+    EXPECT_EQ(dlsym(libraryHandle, "apCfgVlanVIDGet"), nullptr) << "the library defines it";
+    dlclose(libraryHandle);
+#endif
+#ifdef JCP_PLATFORM_LINKED
+    // The daemon's own platform calls reach the platform library too.
+    EXPECT_EQ(apCfgBoardSubTypeGet(), 7);
+    EXPECT_NE(objectOf(reinterpret_cast<void*>(&apCfgVlanVIDGet)).find("libap_platform"),
+              std::string::npos);
+#endif
+#ifdef JCP_PLATFORM_DLOPEN
+    ASSERT_NE(dlopen(JCP_PLATFORM_LIBRARY, JCP_PLATFORM_DLOPEN), nullptr) << dlerror();
+#endif
 
-    ASSERT_EQ(doc.m_radios.at(0).id, 1);
-    const std::vector<vns_entry>& slots = doc.m_radios[0].wlans;
-    ASSERT_EQ(slots.size(), 8u);
-    EXPECT_EQ(slots[5].ssidId, 105);
-    EXPECT_EQ(slots[5].index, 5);
-    EXPECT_NE(out.find("VNS[0,0] ssid=105 found existing VNS[0,5]"), std::string::npos) << out;
+    std::string out;
+    for (int round = 0; round < 2; ++round) {
+        SCOPED_TRACE(round);
+        jsonCfgPlus doc;
+        addOneWlan(doc);
+        testing::internal::CaptureStdout();
+        cfgPlusApiConverter().jsonCfgPlusVnsReorderWlans(doc);
+        out += testing::internal::GetCapturedStdout();
+        ASSERT_EQ(doc.m_radios.at(0).wlans.size(), 8u);
+        const vns_entry& slot5 = doc.m_radios[0].wlans[5];
+        EXPECT_EQ(slot5.ssidId, JCP_PLATFORM_ANSWERS ? 105 : 0);
+        EXPECT_EQ(slot5.index, 5);
+    }
+    EXPECT_EQ(count(out, "VNS[0,0] ssid=105 found existing VNS[0,5]\n"),
+              JCP_PLATFORM_ANSWERS ? 2u : 0u)
+        << out;
+    EXPECT_EQ(count(out,
+                    "[WARN] apCfgVlanVIDGet: no platform library in the process defines "
+                    "it; the library's default answers 0.\n"),
+              JCP_PLATFORM_ANSWERS ? 0u : 1u)
+        << out;
 }
 
 }  // namespace
