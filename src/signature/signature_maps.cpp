@@ -6,6 +6,7 @@
 
 #include <string>
 
+#include "api/decimal_int_priv.h"
 #include "api/diag.h"
 
 namespace {
@@ -39,7 +40,7 @@ bool loadMap(const std::string& path, const char* rootName, const char* item,
         const char* id = e->Attribute(idAttribute);
         // The decimal conversion throws on a missing or non-numeric id: the file is broken,
         // and a silent 0 would send every rule naming it to the wrong application.
-        map[name != nullptr ? name : ""] = std::stoi(id != nullptr ? id : "", nullptr, 10);
+        map[name != nullptr ? name : ""] = jcp::decimalInt(id != nullptr ? id : "");
     }
     return true;
 }
