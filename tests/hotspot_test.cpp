@@ -227,19 +227,20 @@ TEST(Hotspot, OsuProvidersWithIconsFromFilesAndTheGlobalList) {
     cfgElement::freeApiCfgPlusEntries(&array);
 }
 
-// The opens of each file in dir while fn runs, as the kernel reports them.
+// The opens of each file in dir while fn runs, as the kernel reports them. Closes are watched
+// too: identical events in a row would be reported as one.
 std::map<std::string, int> opensDuring(const std::string& dir, const std::function<void()>& fn) {
     std::map<std::string, int> opens;
     int fd = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
     EXPECT_GE(fd, 0);
-    EXPECT_GE(inotify_add_watch(fd, dir.c_str(), IN_OPEN), 0);
+    EXPECT_GE(inotify_add_watch(fd, dir.c_str(), IN_OPEN | IN_CLOSE_NOWRITE), 0);
     fn();
     alignas(inotify_event) char buffer[4096];
     ssize_t got = 0;
     while ((got = read(fd, buffer, sizeof buffer)) > 0) {
         for (ssize_t at = 0; at < got;) {
             const auto* event = reinterpret_cast<const inotify_event*>(buffer + at);
-            if (event->len > 0) ++opens[event->name];
+            if (event->len > 0 && (event->mask & IN_OPEN) != 0) ++opens[event->name];
             at += ssize_t(sizeof(inotify_event) + event->len);
         }
     }
