@@ -67,15 +67,16 @@ IconFiles::~IconFiles() {
 const std::vector<uint8_t>* IconFiles::take(const std::string& name, const std::string& item) {
     auto found = m_files.find(name);
     if (found == m_files.end()) found = m_files.emplace(name, read(name)).first;
-    const File& file = found->second;
+    File& file = found->second;
+    if (file.problem.empty() && file.bytes.size() > kMaxIconBytesPerRun - m_placed) {
+        // What is placed only grows, so a file refused now is refused for the rest of the run:
+        // its bytes need not be held.
+        file.problem = "would take the icons of this configuration past " +
+                       std::to_string(kMaxIconBytesPerRun) + " bytes";
+        file.bytes = std::vector<uint8_t>();
+    }
     if (!file.problem.empty()) {
         warn(item, "icon file " + quoted(name) + " " + file.problem + ", icon dropped");
-        return nullptr;
-    }
-    if (file.bytes.size() > kMaxIconBytesPerRun - m_placed) {
-        warn(item, "icon file " + quoted(name) +
-                       " would take the icons of this configuration past " +
-                       std::to_string(kMaxIconBytesPerRun) + " bytes, icon dropped");
         return nullptr;
     }
     m_placed += file.bytes.size();
@@ -136,7 +137,7 @@ IconFiles::File IconFiles::read(const std::string& name) {
 
 IconScope::IconScope() {
     if (t_current == nullptr) {
-        m_owned.reset(new IconFiles());
+        m_owned = std::make_unique<IconFiles>();
         t_current = m_owned.get();
     }
     m_files = t_current;

@@ -15,7 +15,8 @@
 namespace jcp {
 namespace hs2 {
 
-// Where the AP keeps its Passpoint icons, beside the debug settings it is configured with.
+// Where the AP keeps its Passpoint icons: the persistent configuration directory, beside the
+// debug settings.
 constexpr char kDefaultIconDir[] = "/home/config/hs2_icons";
 
 // 8 MiB: every icon slot of all 24 Passpoint WLANs filled with 10 KiB icons (7.5 MiB) fits,
@@ -40,15 +41,16 @@ class IconFiles {
 
   private:
     struct File {
-        std::vector<uint8_t> bytes;  // empty when the file was refused
-        std::string problem;         // why it was refused
+        std::vector<uint8_t> bytes;  // empty when the file is refused
+        std::string problem;         // why it is refused
     };
     File read(const std::string& name);
 
     int m_dir = -1;  // the icon directory, opened on the first icon
     std::string m_dirProblem;
+    // By name; bytes are kept only for files placed at least once, so they stay in the bound.
     std::unordered_map<std::string, File> m_files;
-    size_t m_placed = 0;
+    size_t m_placed = 0;  // icon bytes placed in this run's records
 };
 
 // The icon files of the conversion run under way on this thread: the outermost scope makes
