@@ -21,7 +21,7 @@ build: deps
 	cmake --build build -j $(JOBS)
 
 demo: build
-	./build/jsoncfgplus dump examples/ap-config.json --signature-dir examples/signatures
+	./build/jsoncfgplus dump examples/ap-config.json --signature-dir examples/signatures --icon-dir examples/icons
 
 test: build
 	cd build && ctest --output-on-failure -j $(JOBS)

@@ -45,12 +45,12 @@ void expectGolden(const std::string& name, const std::string& text) {
                   << diff;
 }
 
-// The example through every converter as the tool dumps it, with what the build prints; run
-// from the project directory, since the example's icon paths are relative to it.
+// The example through every converter as the demo dumps it, with what the build prints.
 TEST(Golden, ExampleDocumentThroughEveryConverter) {
-    testsupport::ToolRun run =
-        testsupport::runTool("dump examples/ap-config.json --signature-dir examples/signatures", "",
-                             JCP_EXAMPLES_DIR "/..");
+    testsupport::ToolRun run = testsupport::runTool(
+        "dump examples/ap-config.json --signature-dir examples/signatures --icon-dir "
+        "examples/icons",
+        "", JCP_EXAMPLES_DIR "/..");
     EXPECT_EQ(run.status, 0) << run.err;
     expectGolden("ap-config.dump.txt", run.out);
 }

@@ -2,10 +2,18 @@
 // and the release of the OSU list; the OSEN rule and dropped items are golden (hotspot).
 #include <gtest/gtest.h>
 
+#include <sys/inotify.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
+#include <map>
 
 #include "convert/converter.h"
+#include "convert/hotspot_icons.h"
 #include "convert/hotspot_print.h"
 #include "test_support.h"
 
@@ -124,16 +132,36 @@ TEST(Hotspot, NamesAreCutOnACharacterBoundaryAndRowsAtTheRecordsBound) {
     EXPECT_EQ(realm[1277], 13);
 }
 
+// Points the converters at an icon directory for as long as it lives.
+class IconDir {
+  public:
+    IconDir() { jcp::hs2::setIconDir(m_dir.path()); }
+    ~IconDir() { jcp::hs2::setIconDir(jcp::hs2::kDefaultIconDir); }
+    std::string file(const std::string& name) const { return m_dir.file(name); }
+    const std::string& path() const { return m_dir.path(); }
+
+  private:
+    testsupport::TempDir m_dir;
+};
+
+const std::string kPng("\x89PNG\r\n\x1A\n", 8);
+
+// An icon object of the policy with the given "filename" and "file" (JSON text).
+std::string icon(const std::string& name, const std::string& file) {
+    return R"({"width": 64, "height": 32, "code": "eng", "filename": ")" + name +
+           R"(", "file": ")" + file + "\"}";
+}
+
+// One OSU provider offering the given icon objects.
+std::string provider(const std::string& icons) {
+    return R"({"server_url": "https://osu/", "method_oma_dm_priority": 1, "icon": [)" + icons +
+           "]}";
+}
+
 TEST(Hotspot, OsuProvidersWithIconsFromFilesAndTheGlobalList) {
-    testsupport::TempDir dir;
-    testsupport::writeFile(dir.file("a.png"), "PNG-A");
-    testsupport::writeFile(dir.file("g.png"), "GLOBAL");
-    testsupport::writeFile(dir.file("empty.png"), "");
-    testsupport::writeFile(dir.file("big.png"), std::string(65536, 'x'));
-    auto icon = [&](const std::string& name, const std::string& file) {
-        return R"({"width": 64, "height": 32, "code": "eng", "filename": ")" + name +
-               R"(", "file": ")" + dir.file(file) + "\"}";
-    };
+    IconDir dir;
+    testsupport::writeFile(dir.file("a.png"), kPng + "A");
+    testsupport::writeFile(dir.file("g.png"), kPng + "GLOBAL");
     jsonCfgPlus doc;
     std::string out =
         convert(doc,
@@ -141,30 +169,24 @@ TEST(Hotspot, OsuProvidersWithIconsFromFilesAndTheGlobalList) {
             "method_oma_dm_priority": 2, "method_soap_xml_spp_priority": 1,
             "name_lang": [{"code": "eng", "name": "Sign up"}],
             "icon": [)" +
-                    icon("a", "a.png") + "," + icon("e", "empty.png") + "," + icon("b", "big.png") +
-                    "," + icon("m", "missing.png") + "," + icon("d", "") +
+                    icon("a", "a.png") + "," + icon("d", "") +
                     R"(, {"filename": "g"}, {"filename": "nowhere"}]},
             {"nai": "no-url", "method_oma_dm_priority": 1},
             {"server_url": "https://two/", "method_oma_dm_priority": 1, "icon": ["g"]}])",
                 "", R"(, "passpoint_policy": {"global_hs2_icons": [)" + icon("g", "g.png") + "]}");
-    for (const char* warning :
-         {"osu_provider[0] icon[1]: icon file \"", "\" is empty, icon dropped",
-          "osu_provider[0] icon[2]: icon file \"", "holds 65536 bytes, more than 65535",
-          "osu_provider[0] icon[3]: cannot open icon file", "osu_provider[0] icon[4]: icon file",
-          "is not a regular file",
-          "osu_provider[0] icon[6]: no icon \"nowhere\" in "
-          "passpoint_policy/global_hs2_icons, icon dropped",
-          "osu_provider[1]: no server_url text, dropped"}) {
-        EXPECT_NE(out.find(warning), std::string::npos) << warning << "\n" << out;
-    }
+    EXPECT_EQ(out,
+              "[WARN] passpoint_policy/osu_provider[0] icon[1]: no file name text, icon dropped\n"
+              "[WARN] passpoint_policy/osu_provider[0] icon[3]: no icon \"nowhere\" in "
+              "passpoint_policy/global_hs2_icons, icon dropped\n"
+              "[WARN] passpoint_policy/osu_provider[1]: no server_url text, dropped\n");
 
     Bytes bytes = value(doc, "passpoint_policy/cen_osu_provider");
     const size_t area = sizeof(OSU_SP_LIST) + 2 * sizeof(OSU_SP);
-    ASSERT_EQ(bytes.size(), area + 5 + 6 + 6);
+    ASSERT_EQ(bytes.size(), area + 9 + 14 + 14);
     OSU_SP_LIST head;
     std::memcpy(&head, bytes.data(), sizeof head);
     EXPECT_EQ(head.count, 2u);
-    EXPECT_EQ(head.icon_bytes, 17u);
+    EXPECT_EQ(head.icon_bytes, 37u);
     OSU_SP first;
     OSU_SP second;
     std::memcpy(&first, &bytes[sizeof head], sizeof first);
@@ -181,9 +203,9 @@ TEST(Hotspot, OsuProvidersWithIconsFromFilesAndTheGlobalList) {
         const jsonHS2Icon& icon;
         const char* name;
         std::string data;
-    } icons[] = {{first.icons[0], "a", "PNG-A"},
-                 {first.icons[1], "g", "GLOBAL"},
-                 {second.icons[0], "g", "GLOBAL"}};
+    } icons[] = {{first.icons[0], "a", kPng + "A"},
+                 {first.icons[1], "g", kPng + "GLOBAL"},
+                 {second.icons[0], "g", kPng + "GLOBAL"}};
     for (const Expected& e : icons) {
         SCOPED_TRACE(e.name);
         EXPECT_STREQ(e.icon.icon_name, e.name);
@@ -203,6 +225,184 @@ TEST(Hotspot, OsuProvidersWithIconsFromFilesAndTheGlobalList) {
     ASSERT_NE(entry, nullptr);
     EXPECT_EQ(entry->freeFn, releaseCfgPlusOsuIcons);
     cfgElement::freeApiCfgPlusEntries(&array);
+}
+
+// The opens of each file in dir while fn runs, as the kernel reports them. Closes are watched
+// too: identical events in a row would be reported as one.
+std::map<std::string, int> opensDuring(const std::string& dir, const std::function<void()>& fn) {
+    std::map<std::string, int> opens;
+    int fd = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
+    EXPECT_GE(fd, 0);
+    EXPECT_GE(inotify_add_watch(fd, dir.c_str(), IN_OPEN | IN_CLOSE_NOWRITE), 0);
+    fn();
+    alignas(inotify_event) char buffer[4096];
+    ssize_t got = 0;
+    while ((got = read(fd, buffer, sizeof buffer)) > 0) {
+        for (ssize_t at = 0; at < got;) {
+            const auto* event = reinterpret_cast<const inotify_event*>(buffer + at);
+            if (event->len > 0 && (event->mask & IN_OPEN) != 0) ++opens[event->name];
+            at += ssize_t(sizeof(inotify_event) + event->len);
+        }
+    }
+    close(fd);
+    return opens;
+}
+
+// The OSU provider list of a WLAN element list, its head and its records.
+struct OsuList {
+    OSU_SP_LIST head{};
+    std::vector<OSU_SP> providers;
+    Bytes bytes;
+};
+
+OsuList osuList(const std::list<cfgElement>& elements) {
+    OsuList list;
+    for (const cfgElement& e : elements) {
+        if (e.name == "passpoint_policy/cen_osu_provider") list.bytes = e.bytesValue;
+    }
+    if (list.bytes.size() < sizeof list.head) return list;
+    std::memcpy(&list.head, list.bytes.data(), sizeof list.head);
+    list.providers.resize(list.head.count);
+    if (list.bytes.size() >= sizeof list.head + list.head.count * sizeof(OSU_SP))
+        std::memcpy(list.providers.data(), &list.bytes[sizeof list.head],
+                    list.head.count * sizeof(OSU_SP));
+    return list;
+}
+
+// Only images that sit in the icon directory are advertised; anything else is named in one
+// warning and left out.
+TEST(Hotspot, IconFilesAreImagesInTheIconDirectory) {
+    IconDir dir;
+    testsupport::TempDir outside;
+    const std::string secret = outside.file("secret.png");
+    testsupport::writeFile(secret, kPng + "SECRET");
+    ASSERT_EQ(symlink(secret.c_str(), dir.file("link.png").c_str()), 0);
+    ASSERT_EQ(mkdir(dir.file("sub.png").c_str(), 0700), 0);
+    const std::map<std::string, std::string> files = {
+        {"p.png", kPng + "P"},
+        {"j.jpg", std::string("\xFF\xD8\xFF\xE0JFIF", 8)},
+        {"g.gif", "GIF89a-G"},
+        {"b.bmp", "BM-B"},
+        {"i.ico", std::string("\0\0\1\0\1\0", 6)},
+        {"big.png", kPng + std::string(65536 - kPng.size(), 'x')},
+        {"text.png", "not an image at all"},
+        {"empty.png", ""}};
+    for (const auto& file : files) testsupport::writeFile(dir.file(file.first), file.second);
+    const std::string notPlain = "is not a plain file name in the icon directory";
+    struct Row {
+        std::string file;     // as the document gives it (JSON text)
+        std::string problem;  // empty for an icon advertised
+    } rows[] = {
+        {"p.png", ""},
+        {"j.jpg", ""},
+        {"g.gif", ""},
+        {"b.bmp", ""},
+        {"i.ico", ""},
+        {secret, notPlain},
+        {"../secret.png", notPlain},
+        {".", notPlain},
+        {"..", notPlain},
+        {"text.png\\u0000/../x", notPlain},
+        {"link.png", "is a link"},
+        {"sub.png", "is not a regular file"},
+        {"big.png", "holds 65536 bytes, more than 65535"},
+        {"text.png", "is not a PNG, JPEG, GIF, BMP or ICO image"},
+        {"empty.png", "is empty"},
+        {"gone.png", "cannot be opened in " + dir.path() + ": No such file or directory"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.file);
+        jsonCfgPlus doc;
+        std::string out =
+            convert(doc, R"(, "osu_provider": [)" + provider(icon("i", row.file)) + "]");
+        OsuList list = osuList(wlan(doc));
+        ASSERT_EQ(list.providers.size(), 1u);
+        const jsonHS2Icon& advertised = list.providers[0].icons[0];
+        if (row.problem.empty()) {
+            EXPECT_EQ(out, "");
+            ASSERT_EQ(list.providers[0].icon_count, 1);
+            ASSERT_EQ(size_t(advertised.icon_data) + advertised.icon_data_len, list.bytes.size());
+            EXPECT_EQ(std::string(list.bytes.end() - advertised.icon_data_len, list.bytes.end()),
+                      files.at(row.file));
+        } else {
+            EXPECT_EQ(out, "[WARN] passpoint_policy/osu_provider[0] icon[0]: icon file \"" +
+                               row.file + "\" " + row.problem + ", icon dropped\n");
+            EXPECT_EQ(list.providers[0].icon_count, 0);
+            EXPECT_EQ(list.head.icon_bytes, 0u);
+        }
+    }
+}
+
+TEST(Hotspot, IconBytesOfOneConversionAreBounded) {
+    IconDir dir;
+    // The largest icon the air format carries, in every slot of five WLANs: 160 copies.
+    testsupport::writeFile(dir.file("big.png"), kPng + std::string(65535 - kPng.size(), 'x'));
+    const std::string four = many(4, icon("big", "big.png"));
+    std::string text = R"({"device": {"interface": [{"name": "radio1", "type": "radio",
+        "wlanbssmap": [)";
+    std::string wlans;
+    for (int i = 1; i <= 5; ++i) {
+        text += (i > 1 ? "," : "") + std::string(R"({"bss": )") + std::to_string(i) +
+                R"(, "wlan": "w)" + std::to_string(i) + "\"}";
+        wlans += (i > 1 ? "," : "") + std::string(R"({"name": "w)") + std::to_string(i) +
+                 R"(", "cen_ssid_id": )" + std::to_string(i) + R"(, "passpoint_policy": "p"})";
+    }
+    text += R"(]}]}, "wlan": [)" + wlans +
+            R"(], "passpoint_policy": [{"name": "p", "osu_provider": [)" + many(8, provider(four)) +
+            "]}]}";
+    jsonCfgPlus doc;
+    testsupport::captureStdout([&] { doc.buildConfig(text.data(), unsigned(text.size())); });
+    std::string out;
+    std::map<std::string, int> opens = opensDuring(dir.path(), [&] {
+        out =
+            testsupport::captureStdout([&] { cfgPlusApiConverter().jsonCfgPlusVnsPasspoint(doc); });
+    });
+    EXPECT_EQ(opens["big.png"], 1);  // one read for every provider of every WLAN
+    // 128 copies fit in 8 MiB; the fifth WLAN's 32 do not.
+    const std::string dropped =
+        "icon file \"big.png\" would take the icons of this configuration past 8388608 bytes, "
+        "icon dropped\n";
+    size_t warnings = 0;
+    for (size_t at = out.find(dropped); at != std::string::npos; at = out.find(dropped, at + 1))
+        ++warnings;
+    EXPECT_EQ(warnings, 32u) << out;
+    EXPECT_EQ(out.rfind("[WARN] passpoint_policy/osu_provider[0] icon[0]: " + dropped, 0), 0u);
+    ASSERT_EQ(doc.m_radios.at(0).wlans.size(), 5u);
+    uint64_t total = 0;
+    for (const vns_entry& w : doc.m_radios.at(0).wlans)
+        total += osuList(w.elements).head.icon_bytes;
+    EXPECT_EQ(total, 128u * 65535u);
+}
+
+TEST(Hotspot, TextsWithZeroOrControlBytesAreNamedSoAndShownEscaped) {
+    IconDir dir;
+    testsupport::writeFile(dir.file("a.png"), kPng);
+    const std::pair<std::string, std::string> rows[] = {
+        {R"("nai_realm": [{"realm_name": "a\u0000b"}])",
+         "passpoint_policy/nai_realm[0]: realm_name \"a\\u0000b\" holds a zero byte, dropped"},
+        {R"("venue_name_lang": [{"code": "eng", "name": "Lobby\u0000x"}])",
+         "passpoint_policy/venue_name_lang[0]: name \"Lobby\\u0000x\" holds a zero byte, cut to 5 "
+         "octets"},
+        {R"("osu_provider": [{"server_url": "https://a/\u0000", "method_oma_dm_priority": 1}])",
+         "passpoint_policy/osu_provider[0]: server_url \"https://a/\\u0000\" holds a zero byte, "
+         "dropped"},
+        {R"("osu_provider": [)" + provider(icon("a\\u0000b", "a.png")) + "]",
+         "passpoint_policy/osu_provider[0] icon[0]: filename \"a\\u0000b\" holds a zero byte, icon "
+         "dropped"},
+        {R"("osu_provider": [{"server_url": "https://a/", "method_oma_dm_priority": 1, "icon": ["x\ny"]}])",
+         "passpoint_policy/osu_provider[0] icon[0]: no icon \"x\\u000ay\" in "
+         "passpoint_policy/global_hs2_icons, icon dropped"},
+        {R"("plmnid": [{"mcc": "\u001b[2J\"\\", "mnc": "01"}])",
+         "passpoint_policy/plmnid[0]: mcc \"\\u001b[2J\\\"\\\\\" is not 3 digits, dropped"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.first);
+        jsonCfgPlus doc;
+        std::string out = convert(doc, ", " + row.first);
+        EXPECT_EQ(out, "[WARN] " + row.second + "\n");
+        EXPECT_TRUE(std::none_of(out.begin(), out.end() - 1,
+                                 [](char c) { return static_cast<unsigned char>(c) < 0x20; }));
+    }
 }
 
 }  // namespace

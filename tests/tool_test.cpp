@@ -196,9 +196,8 @@ TEST(DumpJson, EntriesAndRecordsFieldByField) {
 }
 
 TEST(DumpJson, OsuProviderListKeepsItsHeadAndIconData) {
-    // The icons' paths are relative to the project's top directory.
-    ToolRun run = runTool("dump --json " + kExample, "", JCP_EXAMPLES_DIR "/..");
-    ASSERT_EQ(run.status, 0);
+    ToolRun run = runTool("dump --json " + kExample + " --icon-dir " JCP_EXAMPLES_DIR "/icons");
+    ASSERT_EQ(run.status, 0) << run.err;
     Json dump(json_tokener_parse(run.out.c_str()));
     json_object* osu = nullptr;
     json_object* lists = at(dump.get(), "vns");
@@ -218,13 +217,38 @@ TEST(DumpJson, OsuProviderListKeepsItsHeadAndIconData) {
     EXPECT_EQ(text(at(item(at(provider, "name_lang"), 1), "code")), "deu");
     json_object* icons = at(provider, "icons");
     ASSERT_EQ(json_object_array_length(icons), 2u);
-    size_t iconBytes = testsupport::readFile(JCP_EXAMPLES_DIR "/hs20-icon.png").size();
-    EXPECT_EQ(json_object_get_int(at(value, "icon_bytes")), int(2 * iconBytes));
-    EXPECT_EQ(json_object_get_int(at(item(icons, 1), "icon_data_len")), int(iconBytes));
-    // The icon data follows the records; a PNG starts with its signature.
+    size_t signUp = testsupport::readFile(JCP_EXAMPLES_DIR "/icons/signup-eng.png").size();
+    size_t logo = testsupport::readFile(JCP_EXAMPLES_DIR "/icons/example-logo.png").size();
+    EXPECT_EQ(json_object_get_int(at(value, "icon_bytes")), int(signUp + logo));
+    EXPECT_EQ(json_object_get_int(at(item(icons, 1), "icon_data_len")), int(logo));
+    // The icon data follows the records, in hexadecimal; a PNG starts with its signature.
     std::string data = text(at(value, "data"));
-    EXPECT_EQ(data.size(), 4 * iconBytes);
+    EXPECT_EQ(data.size(), 2 * (signUp + logo));
     EXPECT_EQ(data.compare(0, 8, "89504E47"), 0);
+    EXPECT_EQ(data.compare(2 * signUp, 8, "89504E47"), 0);
+}
+
+TEST(Diff, ComparesTheIconBytesReadFromTheIconDirectory) {
+    testsupport::TempDir dir;
+    testsupport::writeFile(dir.file("a.png"), std::string("\x89PNG\r\n\x1A\nA", 9));
+    testsupport::writeFile(dir.file("b.png"), std::string("\x89PNG\r\n\x1A\nB", 9));
+    for (const char* name : {"a", "b"}) {
+        testsupport::writeFile(dir.file(std::string(name) + ".json"),
+                               R"({"device": {"interface": [{"name": "radio1", "type": "radio",
+                "wlanbssmap": [{"bss": 1, "wlan": "w"}]}]},
+              "wlan": [{"name": "w", "cen_ssid_id": 1, "passpoint_policy": "p"}],
+              "passpoint_policy": [{"name": "p", "osu_provider": [{"server_url": "https://osu/",
+                "method_oma_dm_priority": 1, "icon": [{"width": 1, "height": 1,
+                "filename": "logo.png", "file": ")" +
+                                   std::string(name) + R"(.png"}]}]}]})");
+    }
+    ToolRun run = runTool("diff " + dir.file("a.json") + " " + dir.file("b.json") + " --icon-dir " +
+                          dir.path());
+    EXPECT_EQ(run.status, 1) << run.err;
+    EXPECT_NE(run.out.find("changed radio[0]/vns[0]: passpoint_policy/cen_osu_provider.data: "
+                           "\"89504E470D0A1A0A41\" -> \"89504E470D0A1A0A42\"\n"),
+              std::string::npos)
+        << run.out;
 }
 
 }  // namespace

@@ -252,8 +252,9 @@ std::string failureReason(const std::string& libraryOutput) {
 }  // namespace
 
 int runDiff(int argc, char** argv) {
-    Args args(argc, argv, {"json"}, {});
+    Args args(argc, argv, {"json"}, {"icon-dir"});
     const std::vector<std::string>& files = args.positionals(2);
+    useIconDir(args);
     JsonPtr built[2];
     for (int i = 0; i < 2; ++i) {
         std::string libraryOutput;

@@ -6,6 +6,7 @@
 #include "api/jsoncfgplus.h"
 #include "args.h"
 #include "commands.h"
+#include "convert/hotspot_icons.h"
 #include "document/json_cfg_plus.h"
 #include "json_out.h"
 #include "signature/signature_maps.h"
@@ -50,11 +51,16 @@ void useSignatureDir(const Args& args) {
                                           dir + "/mergedDisplaynames.xml");
 }
 
+void useIconDir(const Args& args) {
+    if (args.hasOption("icon-dir")) jcp::hs2::setIconDir(args.option("icon-dir", ""));
+}
+
 int runDump(int argc, char** argv) {
     Args args(argc, argv, {"no-convert", "trace", "save", "save-backup", "json"},
-              {"signature-dir"});
+              {"signature-dir", "icon-dir"});
     std::string text = readInput(args.positionals(1)[0]);
     useSignatureDir(args);
+    useIconDir(args);
     if (args.has("json")) return dumpJson(args, text);
     jsonCfgPlusCallback pipeline = args.has("no-convert") ? nullptr : kPipeline;
     apiCfgPlusResult* result =

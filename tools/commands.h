@@ -25,6 +25,8 @@ int runDiff(int argc, char** argv);
 
 // "--signature-dir DIR": the application-signature files are read from DIR.
 void useSignatureDir(const Args& args);
+// "--icon-dir DIR": the Passpoint icon files are read from DIR.
+void useIconDir(const Args& args);
 
 }  // namespace tool
 

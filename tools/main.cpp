@@ -12,12 +12,13 @@ namespace {
 
 const tool::Command kCommands[] = {
     {"dump",
-     "FILE [--no-convert] [--trace] [--save] [--save-backup] [--json] [--signature-dir DIR]",
+     "FILE [--no-convert] [--trace] [--save] [--save-backup] [--json] [--signature-dir DIR] "
+     "[--icon-dir DIR]",
      "build a document and print every entry handed to the daemon", tool::runDump},
     {"lint", "FILE [--json] [--signature-dir DIR]",
      "report every problem of a document; exit 1 when there is an error", tool::runLint},
-    {"diff", "OLD NEW [--json]", "report what would change on the AP; exit 1 when something would",
-     tool::runDiff},
+    {"diff", "OLD NEW [--json] [--icon-dir DIR]",
+     "report what would change on the AP; exit 1 when something would", tool::runDiff},
     {"validate", "FILE", "check that a file holds JSON and print it back", tool::runValidate},
     {"reqid", "FILE", "print the document's request id (0 when absent)", tool::runReqId},
     {"check", "FILE [--serial SN] [--set-clock]",

@@ -157,8 +157,9 @@ class JCP_EXPORT cfgPlusApiConverter {
     bool jsonCfgPlusVns11ULangName(const ElementList& fields, const std::string& prefix,
                                    const std::string& item, NAME_LANG& out);
     // One icon from the fields prefix + "/width", "/height", "/code", "/filename" and "/file"
-    // (the path of the image on the AP), its bytes appended to data and icon_data set to where
-    // they start there; false after a warning naming item when it cannot be advertised.
+    // (the name of the image in the AP's icon directory), its bytes appended to data and
+    // icon_data set to where they start there; false after a warning naming item when it
+    // cannot be advertised.
     bool jsonCfgPlusVnsHS2Icons(const ElementList& fields, const std::string& prefix,
                                 const std::string& item, jsonHS2Icon& icon,
                                 std::vector<uint8_t>& data);

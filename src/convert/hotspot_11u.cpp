@@ -123,8 +123,9 @@ bool readRealm(const hs2::Item& item, NAI_REALM& realm) {
         return false;
     }
     if (!hs2::copyText(realm.realm_name, sizeof realm.realm_name, name->strValue)) {
-        hs2::warn(item.name, "realm_name " + hs2::shown(*name) + " is longer than " +
-                                 std::to_string(kHs2RealmSize - 1) + " octets, dropped");
+        hs2::warn(item.name, "realm_name " + hs2::shown(*name) + " " +
+                                 hs2::misfit(name->strValue, sizeof realm.realm_name) +
+                                 ", dropped");
         return false;
     }
     std::vector<hs2::Item> rows = hs2::items(*item.fields, item.prefix + "/eap_method");
@@ -286,8 +287,9 @@ bool cfgPlusApiConverter::jsonCfgPlusVns11ULangName(const ElementList& fields,
     hs2::copyText(out.code, sizeof out.code, code->strValue);
     // A shortened name still names the place; an item dropped would leave it nameless.
     if (hs2::copyName(out.name, sizeof out.name, name->strValue)) {
-        hs2::warn(item, "name " + hs2::shown(*name) + " cut to " +
-                            std::to_string(std::strlen(out.name)) + " octets");
+        const bool zero = name->strValue.find('\0') != std::string::npos;
+        hs2::warn(item, "name " + hs2::shown(*name) + (zero ? " holds a zero byte," : "") +
+                            " cut to " + std::to_string(std::strlen(out.name)) + " octets");
     }
     return true;
 }

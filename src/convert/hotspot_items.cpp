@@ -1,5 +1,6 @@
 // Helpers of the Hotspot 2.0 converters: list items, fields, texts and warnings.
 #include <algorithm>
+#include <cstdio>
 
 #include "api/diag.h"
 #include "convert/hotspot_priv.h"
@@ -29,6 +30,29 @@ const char* kindName(cfgElementKind kind) {
         default:
             return "a value of another type";
     }
+}
+
+bool isControl(unsigned char c) {
+    return c < 0x20 || c == 0x7F;
+}
+
+// Control bytes as JSON escapes, so a document text can neither break nor forge a log line;
+// inside quotes '"' and '\\' are escaped too, so the quoted text reads back unambiguously.
+std::string escaped(const std::string& text, bool inQuotes) {
+    std::string out;
+    out.reserve(text.size());
+    for (char ch : text) {
+        auto c = static_cast<unsigned char>(ch);
+        if (isControl(c)) {
+            char code[8];
+            std::snprintf(code, sizeof code, "\\u%04x", c);
+            out += code;
+        } else {
+            if (inQuotes && (c == '"' || c == '\\')) out += '\\';
+            out += ch;
+        }
+    }
+    return out;
 }
 
 }  // namespace
@@ -83,7 +107,7 @@ const cfgElement* field(const ElementList& fields, const std::string& prefix, co
 }
 
 void warn(const std::string& item, const std::string& what) {
-    diag("[WARN] ", item, ": ", what);
+    diag("[WARN] ", escaped(item, false), ": ", escaped(what, false));
 }
 
 void warnCut(const std::string& item, size_t max) {
@@ -110,6 +134,15 @@ bool copyName(char* field, size_t size, const std::string& text) {
     return cut || name.size() != text.size();
 }
 
+std::string misfit(const std::string& text, size_t size) {
+    if (text.find('\0') != std::string::npos) return "holds a zero byte";
+    return "is longer than " + std::to_string(size - 1) + " octets";
+}
+
+std::string quoted(const std::string& text) {
+    return "\"" + escaped(text, true) + "\"";
+}
+
 int lookup(const naiEapTable& table, const std::string& name) {
     for (const auto& row : table) {
         if (row.first == name) return row.second;
@@ -122,8 +155,8 @@ std::string shown(const cfgElement& element) {
         case CFG_STRING: {
             // A warning line stays readable however long the text is.
             constexpr size_t kShown = 64;
-            if (element.strValue.size() <= kShown) return "\"" + element.strValue + "\"";
-            return "\"" + element.strValue.substr(0, kShown) + "...\" (" +
+            if (element.strValue.size() <= kShown) return quoted(element.strValue);
+            return "\"" + escaped(element.strValue.substr(0, kShown), true) + "...\" (" +
                    std::to_string(element.strValue.size()) + " octets)";
         }
         case CFG_INT:

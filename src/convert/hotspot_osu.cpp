@@ -1,14 +1,10 @@
 // Online sign-up (OSU) providers of a WLAN, with their names, descriptions, icons, NAI, server
-// URI and methods; icon images are read from the files the policy names.
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
+// URI and methods; icon images are read from the icon directory by the names the policy gives.
 #include <algorithm>
 #include <cctype>
-#include <cerrno>
 #include <cstring>
 
+#include "convert/hotspot_icons.h"
 #include "convert/hotspot_print.h"
 #include "convert/hotspot_priv.h"
 
@@ -20,44 +16,6 @@ using ElementList = cfgPlusApiConverter::ElementList;
 
 const char kProviders[] = "passpoint_policy/osu_provider";
 const char kGlobalIcons[] = "passpoint_policy/global_hs2_icons";
-
-// The whole of a regular file of 1 to kHs2MaxIconBytes bytes, or an empty vector after a
-// warning. Opened without blocking and checked to be a regular file, so a device or pipe
-// named by mistake cannot stall the conversion.
-std::vector<uint8_t> readIcon(const std::string& path, const std::string& item) {
-    std::vector<uint8_t> bytes;
-    int fd = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (fd < 0) {
-        hs2::warn(item, "cannot open icon file \"" + path + "\": " + std::strerror(errno) +
-                            ", icon dropped");
-        return bytes;
-    }
-    struct stat info;
-    if (fstat(fd, &info) != 0 || !S_ISREG(info.st_mode)) {
-        hs2::warn(item, "icon file \"" + path + "\" is not a regular file, icon dropped");
-    } else if (info.st_size == 0) {
-        hs2::warn(item, "icon file \"" + path + "\" is empty, icon dropped");
-    } else if (info.st_size > static_cast<off_t>(kHs2MaxIconBytes)) {
-        hs2::warn(item, "icon file \"" + path + "\" holds " + std::to_string(info.st_size) +
-                            " bytes, more than " + std::to_string(kHs2MaxIconBytes) +
-                            ", icon dropped");
-    } else {
-        bytes.resize(static_cast<size_t>(info.st_size));
-        size_t done = 0;
-        while (done < bytes.size()) {
-            ssize_t got = read(fd, bytes.data() + done, bytes.size() - done);
-            if (got < 0 && errno == EINTR) continue;
-            if (got <= 0) break;
-            done += static_cast<size_t>(got);
-        }
-        if (done != bytes.size()) {
-            hs2::warn(item, "icon file \"" + path + "\" could not be read whole, icon dropped");
-            bytes.clear();
-        }
-    }
-    close(fd);
-    return bytes;
-}
 
 // A number 0 to 65535 for an icon dimension; -1 otherwise.
 int dimension(const cfgElement* e) {
@@ -108,8 +66,8 @@ bool readText(const hs2::Item& item, const char* key, char* field, size_t size, 
         return false;
     }
     if (!hs2::copyText(field, size, e->strValue)) {
-        hs2::warn(item.name, std::string(key) + " " + hs2::shown(*e) + " is longer than " +
-                                 std::to_string(size - 1) + " octets, dropped");
+        hs2::warn(item.name, std::string(key) + " " + hs2::shown(*e) + " " +
+                                 hs2::misfit(e->strValue, size) + ", dropped");
         return false;
     }
     return true;
@@ -210,7 +168,8 @@ class ProviderReader {
         }
         const hs2::Item* icon = globalIcon(m_globalIcons, name);
         if (icon == nullptr) {
-            hs2::warn(item, "no icon \"" + name + "\" in " + kGlobalIcons + ", icon dropped");
+            hs2::warn(item,
+                      "no icon " + hs2::quoted(name) + " in " + kGlobalIcons + ", icon dropped");
         }
         return icon;
     }
@@ -224,6 +183,7 @@ class ProviderReader {
 }  // namespace
 
 int cfgPlusApiConverter::jsonCfgPlusVnsHS2OsuSp(vns_entry& wlan, const ElementList& global) {
+    hs2::IconScope icons;  // a file several providers or WLANs name is read once
     std::vector<hs2::Item> providers = hs2::items(wlan.elements, kProviders);
     ProviderReader reader(*this, global);
     std::vector<OSU_SP> records;
@@ -285,24 +245,29 @@ bool cfgPlusApiConverter::jsonCfgPlusVnsHS2Icons(const ElementList& fields,
         code = given->strValue;
     }
     const cfgElement* name = hs2::field(fields, prefix, "filename");
-    if (name == nullptr || name->kind != CFG_STRING || name->strValue.empty() ||
-        !hs2::copyText(icon.icon_name, sizeof icon.icon_name, name->strValue)) {
+    if (name == nullptr || name->kind != CFG_STRING || name->strValue.empty()) {
         hs2::warn(item, "filename must be a text of 1 to " + std::to_string(kHs2UriSize - 1) +
                             " octets, icon dropped");
         return false;
     }
-    const cfgElement* file = hs2::field(fields, prefix, "file");
-    if (file == nullptr || file->kind != CFG_STRING || file->strValue.empty()) {
-        hs2::warn(item, "no file path text, icon dropped");
+    if (!hs2::copyText(icon.icon_name, sizeof icon.icon_name, name->strValue)) {
+        hs2::warn(item, "filename " + hs2::shown(*name) + " " +
+                            hs2::misfit(name->strValue, sizeof icon.icon_name) + ", icon dropped");
         return false;
     }
-    std::vector<uint8_t> bytes = readIcon(file->strValue, item);
-    if (bytes.empty()) return false;
+    const cfgElement* file = hs2::field(fields, prefix, "file");
+    if (file == nullptr || file->kind != CFG_STRING || file->strValue.empty()) {
+        hs2::warn(item, "no file name text, icon dropped");
+        return false;
+    }
+    hs2::IconScope scope;
+    const std::vector<uint8_t>* bytes = scope.files().take(file->strValue, item);
+    if (bytes == nullptr) return false;
     icon.width = static_cast<uint16_t>(width);
     icon.height = static_cast<uint16_t>(height);
     hs2::copyText(icon.code, sizeof icon.code, code);
     icon.icon_data = static_cast<uint32_t>(data.size());
-    icon.icon_data_len = static_cast<uint32_t>(bytes.size());
-    data.insert(data.end(), bytes.begin(), bytes.end());
+    icon.icon_data_len = static_cast<uint32_t>(bytes->size());
+    data.insert(data.end(), bytes->begin(), bytes->end());
     return true;
 }

@@ -4,6 +4,7 @@
 #include <cctype>
 
 #include "api/diag.h"
+#include "convert/hotspot_icons.h"
 #include "convert/hotspot_print.h"
 #include "convert/hotspot_priv.h"
 
@@ -79,6 +80,8 @@ void trace(const jsonCfgPlus& doc, const Parts&... parts) {
 
 int cfgPlusApiConverter::jsonCfgPlusVnsPasspoint(jsonCfgPlus& doc) {
     trace(doc, "jsonCfgPlusVnsPasspoint: processing Passpoint...");
+    // One set of icon files for every WLAN: each read once, their bytes bounded together.
+    jcp::hs2::IconScope icons;
     for (radio_entry& radio : doc.m_radios) {
         for (vns_entry& wlan : radio.wlans) {
             jsonCfgPlusHS2ConnectionCap(wlan);

@@ -37,6 +37,7 @@ bool usable(const Item& item);
 // The field prefix + "/" + key, or null.
 const cfgElement* field(const ElementList& fields, const std::string& prefix, const char* key);
 
+// One "[WARN]" line; a control byte in it, from a document text, is shown escaped ("\u0000").
 void warn(const std::string& item, const std::string& what);
 // Warns that item and the ones after it are dropped, the list holding at most max.
 void warnCut(const std::string& item, size_t max);
@@ -44,11 +45,17 @@ void warnCut(const std::string& item, size_t max);
 // Copies text into a field of `size` bytes, zero-padded; false, writing nothing, when text
 // does not leave room for the terminator or holds a zero byte.
 bool copyText(char* field, size_t size, const std::string& text);
-// Like copyText, but a text too long is cut at a UTF-8 character boundary; true when cut.
+// Like copyText, but a text too long is cut at a UTF-8 character boundary, and one holding a
+// zero byte at it; true when cut.
 bool copyName(char* field, size_t size, const std::string& text);
+// Why copyText refuses text for a field of `size` bytes: "holds a zero byte" or "is longer
+// than N octets".
+std::string misfit(const std::string& text, size_t size);
 
 // The value of name in table, or -1.
 int lookup(const naiEapTable& table, const std::string& name);
+// A document text in double quotes, with '"', '\\' and control bytes escaped as in JSON.
+std::string quoted(const std::string& text);
 // A quoted rendering of an element's value for a warning.
 std::string shown(const cfgElement& element);
 
