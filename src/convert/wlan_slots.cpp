@@ -81,7 +81,9 @@ struct RadioMeshState {
     ElementList::iterator channelListAt;
 };
 
-// Turns a meshpoint's elements into a WLAN's, and sets the radio's mesh ACS channel list.
+// Turns a meshpoint's elements into a WLAN's, and sets the radio's mesh ACS channel list. An
+// element present with a value of another kind reads as 0, false, "" or an empty list: every
+// element has every value member, zero or empty unless its kind selects it.
 void convertMeshpoint(RadioMeshState& state, vns_entry& mp, int idx) {
     cfgPlusApiConverter helpers;
     ElementList& list = mp.elements;
@@ -113,7 +115,7 @@ void convertMeshpoint(RadioMeshState& state, vns_entry& mp, int idx) {
     }
 
     auto snrMin = helpers.findCfgElement(list, "meshpoint_device/hysteresis_snr_min");
-    if (snrMin != list.end() && snrMin->kind == CFG_INT) {
+    if (snrMin != list.end()) {
         list.insert(snrMin,
                     cfgElement("wds/meshpoint_device/hysteresis_snr_min", snrMin->intValue, ""));
     }
@@ -123,7 +125,7 @@ void convertMeshpoint(RadioMeshState& state, vns_entry& mp, int idx) {
                              "meshpoint_device/acs_tolerance_period"}) {
         // Deliberate: with no band suffix this finds the plain name and duplicates it.
         auto banded = helpers.findCfgElement(list, name + suffix);
-        if (banded != list.end() && banded->kind == CFG_INT) {
+        if (banded != list.end()) {
             list.insert(banded, cfgElement(name, banded->intValue, ""));
         }
     }
@@ -141,9 +143,10 @@ void convertMeshpoint(RadioMeshState& state, vns_entry& mp, int idx) {
         jcp::diag("[ERR] Radio", state.radio.id,
                   " does not support mesh ACS rf_mode: ", state.rfMode, " ");
     } else {
+        // A list that is not of strings, or a plain string, holds no channel text: the radio's
+        // list is emptied.
         auto banded = helpers.findCfgElement(list, kAcsChannelList + suffix);
-        if (banded != list.end() &&
-            (banded->kind == CFG_STR_LIST || banded->kind == CFG_EMPTY_ARRAY)) {
+        if (banded != list.end()) {
             std::string text = banded->strList.empty() ? "" : banded->strList.front();
             state.setChannelList(helpers.jsonCfgPlusStr2IntList(text, ','));
         }
