@@ -167,12 +167,15 @@ int cfgPlusApiConverter::jsonCfgPlusMeshpointToWlan(jsonCfgPlus& doc) {
             RadioMeshState state(radio);
             try {
                 for (const vns_entry& meshpoint : radio.meshpoints) {
-                    wlans.push_back(meshpoint);
-                    convertMeshpoint(state, wlans.back(), 0);
+                    // A copy or step that throws (a bad channel list, no memory) adds nothing;
+                    // the move into the reserved room cannot throw.
+                    vns_entry converted = meshpoint;
+                    convertMeshpoint(state, converted, 0);
+                    wlans.push_back(std::move(converted));
                 }
             } catch (...) {
-                // A bad channel list throws; the radio is left as one insert at a time leaves it.
-                wlans.pop_back();
+                // The radio is left as one insert at a time leaves it: the meshpoints converted
+                // so far ahead of its WLANs. Within the reserved room, nothing here allocates.
                 std::move(radio.wlans.begin(), radio.wlans.end(), std::back_inserter(wlans));
                 radio.wlans = std::move(wlans);
                 throw;
