@@ -98,7 +98,7 @@ void convertMeshpoint(RadioMeshState& state, vns_entry& mp, int idx) {
     bool root = true;
     auto isRoot = helpers.findCfgElement(list, "is_root");
     if (isRoot != list.end()) {
-        root = isRoot->kind == CFG_BOOL && isRoot->boolValue;
+        root = isRoot->boolValue;
         std::string rootDev = helpers.getCfgElementString(list, "meshpoint_device/is_root_dev");
         if (rootDev == "true") {
             root = true;
@@ -132,7 +132,7 @@ void convertMeshpoint(RadioMeshState& state, vns_entry& mp, int idx) {
 
     bool monitor = false;
     auto monitorLink = helpers.findCfgElement(list, "meshpoint_device/monitor_pri_port_link");
-    if (monitorLink != list.end() && monitorLink->kind == CFG_BOOL) {
+    if (monitorLink != list.end()) {
         monitor = monitorLink->boolValue;
     }
     // The channel list belongs to the radio: a root that does not watch its wired link scans
