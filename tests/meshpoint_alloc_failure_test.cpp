@@ -37,6 +37,40 @@ void operator delete(void* block, std::size_t) noexcept {
     std::free(block);
 }
 
+// The other forms go through the two above, so no allocation escapes the count and no block
+// is released by an allocator that did not make it.
+void* operator new[](std::size_t size) {
+    return ::operator new(size);
+}
+
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    try {
+        return ::operator new(size);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
+void* operator new[](std::size_t size, const std::nothrow_t& tag) noexcept {
+    return ::operator new(size, tag);
+}
+
+void operator delete[](void* block) noexcept {
+    ::operator delete(block);
+}
+
+void operator delete[](void* block, std::size_t) noexcept {
+    ::operator delete(block);
+}
+
+void operator delete(void* block, const std::nothrow_t&) noexcept {
+    ::operator delete(block);
+}
+
+void operator delete[](void* block, const std::nothrow_t&) noexcept {
+    ::operator delete(block);
+}
+
 namespace {
 
 using List = std::list<cfgElement>;
