@@ -1,5 +1,6 @@
 // Topology records byte by byte: every field, the type and tagging, the endpoint limit.
 #include <gtest/gtest.h>
+#include <json-c/json.h>
 
 #include <cstring>
 
@@ -42,6 +43,11 @@ void put(Bytes& b, size_t at, const std::string& text) {
         }
     }
     return ::testing::AssertionSuccess();
+}
+
+Bytes join(Bytes a, const Bytes& b) {
+    a.insert(a.end(), b.begin(), b.end());
+    return a;
 }
 
 std::string endpoints(int n) {
@@ -106,6 +112,8 @@ TEST(TopologyConverter, TypeAndNativeVlanTagging) {
         {"gre", "\"vlan\": 1", R"({"native_vlan": 1, "native_vlan_tagged": true}})", 9, 1, 1},
         {"marlin", "\"vlan\": 1", "", 6, 1, 1},  // no native VLAN: compared with -1
         {"virtual_network", "\"tenant_vlan\": 65537", R"({"native_vlan": 1}})", 8, 1, 0},
+        // A native VLAN that is no integer is 0, so VLAN 0 takes the native tagged flag.
+        {"vlan", "\"vlan\": 0", R"({"native_vlan": "1"}})", 7, 0, 0},
     };
     for (const Case& c : cases) {
         jsonCfgPlus doc;
@@ -149,6 +157,62 @@ TEST(TopologyConverter, EndpointLimitPutsTheFourthOverTheName) {
         if (c.endpoints >= 3) {  // the last slot of the array
             EXPECT_TRUE(sameBytes(r, 112, {3, 0, 0, 10, 1, 'k', 'e', 'y', '3', 0}));
         }
+    }
+}
+
+// Present, "cen_if_vlans" always reaches the AP: a value holding no topology gives no record.
+TEST(TopologyConverter, PresentListWithoutTopologiesGivesAnEmptyElement) {
+    for (const char* value : {"[]", "null", "\"x\"", "5"}) {
+        SCOPED_TRACE(value);
+        jsonCfgPlus doc;
+        std::string text = std::string(R"({"device": {"cen_if_vlans": )") + value + "}}";
+        testsupport::captureStdout([&] { doc.buildConfig(text.data(), unsigned(text.size())); });
+        testsupport::captureStdout([&] { cfgPlusApiConverter().jsonCfgPlusTopologies(doc); });
+        auto found = cfgPlusApiConverter().findCfgElement(doc.m_global, "cen_topologies");
+        ASSERT_NE(found, doc.m_global.end());
+        EXPECT_EQ(found->kind, CFG_BYTES);
+        EXPECT_TRUE(found->bytesValue.empty());
+    }
+}
+
+// The fields of one topology as the walk gives them.
+std::list<cfgElement> fields(const std::string& json) {
+    std::list<cfgElement> out;
+    json_object* root = json_tokener_parse(json.c_str());
+    jsonCfgPlus::walk(root, "", {}, {}, out);
+    json_object_put(root);
+    return out;
+}
+
+// A field of another kind than its own reads as 0, false or "": it is never skipped.
+TEST(TopologyConverter, FieldOfAnotherKindReadsAsZeroOrEmpty) {
+    const std::string fourth = R"(, {"addr": "10.0.0.4", "secure": "yes", "ikev2_psk": 5}])";
+    const std::string threeThenOdd = endpoints(3).substr(0, endpoints(3).size() - 1) + fourth;
+    struct Row {
+        std::string fields;
+        size_t at;
+        Bytes expected;
+    } rows[] = {
+        // VLAN 0 is not the native -1, so it travels tagged.
+        {R"("internal_key": 1, "type": "vlan", "vlan": "20")", 4, join(Bytes(20, 0), {7, 1})},
+        {R"("internal_key": "7")", 0, {0, 0, 0, 0}},
+        {R"("internal_key": 1, "type": 9)", 24, {6}},
+        // Over the name: the fourth endpoint's secure byte and key are written, as 0 and "".
+        {R"("internal_key": 1, "name": "abcdefgh", )" + threeThenOdd, 152,
+         join({4, 0, 0, 10, 0}, Bytes(32, 0))},
+        {R"("internal_key": 1, )" + endpoints(4) + R"(, "name": 5)", 152, Bytes(40, 0)},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.fields);
+        TOPOLOGY_ENTRY entry;
+        std::memset(&entry, 0, sizeof entry);
+        std::string out = testsupport::captureStdout([&] {
+            cfgPlusApiConverter().jsonCfgPlusTopology(fields("{" + row.fields + "}"), entry, -1,
+                                                      false);
+        });
+        const auto* bytes = reinterpret_cast<const uint8_t*>(&entry);
+        EXPECT_TRUE(sameBytes(Bytes(bytes, bytes + kRecord), row.at, row.expected));
+        EXPECT_EQ(out, "");  // an "internal_key" that is no integer is 0, not missing
     }
 }
 

@@ -56,8 +56,10 @@ JCP_EXPORT int addrchk_ipv4(const char* text);
  * 1; a fault found only at the end gives the text length. Accepts "::". */
 JCP_EXPORT int addrchk_ipv6(const char* text);
 
-/* 0 when the text is an IPv4 address a host may use; 1 for anything else, including
- * 0/8, 127/8, 224/8 (only that one multicast block), x.0.0.0 and 255.255.255.255. */
+/* 0 for four decimal numbers separated by dots that are not a first number of 0, 127 or 224
+ * (only that one multicast block), x.0.0.0 or 255.255.255.255; 1 for anything else. The
+ * numbers are not range-checked: an octet above 255 ("1.2.3.300") gives 0; addrchk with
+ * flag 2 refuses it. */
 JCP_EXPORT int addrchk_interfaceaddr_v4(const char* text);
 
 /* 0 for an IPv6 global unicast, unique local or link-local address. Otherwise 1 for empty or

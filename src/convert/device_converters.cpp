@@ -37,8 +37,7 @@ int cfgPlusApiConverter::jsonCfgPlusApName(jsonCfgPlus& doc) {
     ElementList& global = doc.m_global;
     auto hostname = findCfgElement(global, "hostname");
     if (hostname == global.end() || findCfgElement(global, "cen_ap_name") != global.end()) return 0;
-    // Only a text names the AP; without one the AP keeps the name it has.
-    if (hostname->kind != CFG_STRING) return 0;
+    // A host name that is no text names the AP "": its string value is empty.
     global.insert(hostname, cfgElement("cen_ap_name", hostname->strValue));
     return 0;
 }

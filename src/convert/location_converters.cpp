@@ -65,10 +65,11 @@ int cfgPlusApiConverter::jsonCfgPlusAdspServer(jsonCfgPlus& doc) {
     for (const cfgElement& server : servers->objArray) {
         std::string host;
         int port = kSensorServerDefaultPort;
+        // A member of another kind reads as "" or 0: "port": "8443" gives port 0.
         for (const cfgElement& member : server.elements) {
-            if (member.name == "rf_domain/sensor_server/host" && member.kind == CFG_STRING)
+            if (member.name == "rf_domain/sensor_server/host")
                 host = member.strValue;
-            else if (member.name == "rf_domain/sensor_server/port" && member.kind == CFG_INT)
+            else if (member.name == "rf_domain/sensor_server/port")
                 port = member.intValue;
         }
         // Servers past the third are read but the AP has no slot for them.

@@ -65,8 +65,8 @@ int cfgPlusApiConverter::jsonCfgPlusRadioSensorChannelList(jsonCfgPlus& doc) {
     auto scanMode = findCfgElement(global, "rf_domain/sensor_policy/sensor_scanmode/scan_mode");
     auto channels = findCfgElement(global, "rf_domain/sensor_policy/scan_channels");
     auto lockFreq = findCfgElement(global, "rf_domain/sensor_policy/sensor_scanmode/lock_freq");
-    // A locked frequency is a channel number; any other kind of value locks nothing.
-    bool locked = lockFreq != global.end() && lockFreq->kind == CFG_INT;
+    // Present, it locks the scan whatever its kind; a value that is no integer locks to 0.
+    bool locked = lockFreq != global.end();
 
     for (radio_entry& radio : doc.m_radios) {
         if (scanMode != global.end()) radio.elements.push_back(*scanMode);
@@ -149,24 +149,22 @@ int cfgPlusApiConverter::jsonCfgPlusRadioAcsChannelList(jsonCfgPlus& doc) {
 int cfgPlusApiConverter::jsonCfgPlusAntennaType(jsonCfgPlus& doc) {
     // Deliberately names another converter.
     trace(doc, "jsonCfgPlusVnsVlan: Processing Antenna Type. ");
+    // Every option present takes its place in the list; a value that is no text gives "".
     std::list<std::string> groups;
     for (int n = 1; n <= 10; ++n) {
         std::string name = "antenna_id_group" + std::to_string(n) + "_option";
         auto found = findCfgElement(doc.m_global, name);
-        if (found != doc.m_global.end() && found->kind == CFG_STRING)
-            groups.push_back(found->strValue);
+        if (found != doc.m_global.end()) groups.push_back(found->strValue);
     }
     auto internal = findCfgElement(doc.m_global, "antenna_id_internal_option");
-    if (internal != doc.m_global.end() && internal->kind == CFG_STRING)
-        groups.push_back(internal->strValue);
+    if (internal != doc.m_global.end()) groups.push_back(internal->strValue);
     if (!groups.empty()) doc.m_global.emplace_back("cen_antenna_group", std::move(groups));
 
     // Positions follow the radios that have a mode, not the radio ids.
     std::list<std::string> modes;
     for (const radio_entry& radio : doc.m_radios) {
         auto mode = findCfgElement(radio.elements, "antenna_mode");
-        if (mode != radio.elements.end() && mode->kind == CFG_STRING)
-            modes.push_back(mode->strValue);
+        if (mode != radio.elements.end()) modes.push_back(mode->strValue);
     }
     if (!modes.empty()) doc.m_global.emplace_back("cen_antenna_mode", std::move(modes));
     return 0;

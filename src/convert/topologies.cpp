@@ -35,7 +35,6 @@ void trace(const jsonCfgPlus& doc, const Parts&... parts) {
 
 // IPv4 text as a host-order number; 0 for anything else, IPv6 included.
 uint32_t ipv4HostOrder(const cfgElement& field) {
-    if (field.kind != CFG_STRING) return 0;
     IPAddr addr;
     if (addr.assignFromString(field.strValue.c_str()) != 0 || !addr.isV4()) return 0;
     return addr.v4();
@@ -65,28 +64,27 @@ void writeEndpoint(TOPOLOGY_ENTRY& entry, unsigned slot, const ElementList& fiel
         if (field.name == "remote_endpoint/addr") {
             uint32_t addr = ipv4HostOrder(field);
             std::memcpy(at + offsetof(GRE_END_POINT, addr), &addr, sizeof addr);
-        } else if (field.name == "remote_endpoint/secure" && field.kind == CFG_BOOL) {
+        } else if (field.name == "remote_endpoint/secure") {
             at[offsetof(GRE_END_POINT, secure)] = field.boolValue ? 1 : 0;
-        } else if (field.name == "remote_endpoint/ikev2_psk" && field.kind == CFG_STRING) {
+        } else if (field.name == "remote_endpoint/ikev2_psk") {
             copyText(at + offsetof(GRE_END_POINT, ikev2_psk), field.strValue);
         }
     }
 }
 
+// Any value other than an array of endpoints holds none.
 void fillEndpoints(TOPOLOGY_ENTRY& entry, const cfgElement& field) {
     unsigned count = 0;
-    if (field.kind == CFG_OBJ_ARRAY) {
-        for (const cfgElement& endpoint : field.objArray) {
-            // Deliberate: the limit is 4 against 3 slots, so a fourth endpoint lands over the name.
-            if (count == kEndpointLimit) {
-                jcp::diag("topology: ", field.name, " has more than ", kTopologyEndpointSlots,
-                          " remote endpoints, ignore them");
-                count = kTopologyEndpointSlots;
-                break;
-            }
-            writeEndpoint(entry, count, endpoint.elements);
-            ++count;
+    for (const cfgElement& endpoint : field.objArray) {
+        // Deliberate: the limit is 4 against 3 slots, so a fourth endpoint lands over the name.
+        if (count == kEndpointLimit) {
+            jcp::diag("topology: ", field.name, " has more than ", kTopologyEndpointSlots,
+                      " remote endpoints, ignore them");
+            count = kTopologyEndpointSlots;
+            break;
         }
+        writeEndpoint(entry, count, endpoint.elements);
+        ++count;
     }
     entry.remote_endpoint_count = count;
 }
@@ -102,28 +100,26 @@ uint8_t topologyType(const std::string& type) {
 
 int cfgPlusApiConverter::jsonCfgPlusTopologies(jsonCfgPlus& doc) {
     trace(doc, "jsonCfgPlusTopologies: Processing Topologies. ");
+    // Every element has every value member, zero or empty unless its kind selects it: a value
+    // of another kind reads as 0, false or "", here and in every field below.
     int nativeVlan = -1;
     bool nativeTagged = false;
     auto native = findCfgElement(doc.m_global, "ethernet_if/switchport/native_vlan");
-    if (native != doc.m_global.end() && native->kind == CFG_INT) nativeVlan = native->intValue;
+    if (native != doc.m_global.end()) nativeVlan = native->intValue;
     auto tagged = findCfgElement(doc.m_global, "ethernet_if/switchport/native_vlan_tagged");
-    if (tagged != doc.m_global.end() && tagged->kind == CFG_BOOL) nativeTagged = tagged->boolValue;
+    if (tagged != doc.m_global.end()) nativeTagged = tagged->boolValue;
 
     auto vlans = findCfgElement(doc.m_global, "cen_if_vlans");
     if (vlans == doc.m_global.end()) return 0;
-    const ElementList* topologies = nullptr;
-    if (vlans->kind == CFG_OBJ_ARRAY) {
-        topologies = &vlans->objArray;
-    } else if (vlans->kind == CFG_OBJECT) {
-        topologies = &vlans->elements;
-    } else {
-        return 0;
-    }
+    // Present, the list always reaches the AP, even empty: "[]", null or a scalar hold no
+    // topology and give zero records.
+    const ElementList& topologies =
+        vlans->kind == CFG_OBJ_ARRAY ? vlans->objArray : vlans->elements;
     trace(doc, "sizeof(TOPOLOGY_ENTRY) = ", sizeof(TOPOLOGY_ENTRY));
 
     std::vector<uint8_t> records;
-    records.reserve(topologies->size() * sizeof(TOPOLOGY_ENTRY));
-    for (const cfgElement& topology : *topologies) {
+    records.reserve(topologies.size() * sizeof(TOPOLOGY_ENTRY));
+    for (const cfgElement& topology : topologies) {
         TOPOLOGY_ENTRY entry;
         std::memset(&entry, 0, sizeof entry);
         // Every topology yields a record, whatever its fields say.
@@ -145,33 +141,29 @@ int cfgPlusApiConverter::jsonCfgPlusTopology(const ElementList& fields, TOPOLOGY
     }
     for (const cfgElement& field : fields) {
         const std::string& name = field.name;
+        // A field of another kind than its own reads as 0, false or "" (see the caller).
         if (name == "name") {
-            if (field.kind == CFG_STRING) {
-                copyText(reinterpret_cast<unsigned char*>(entry.name), field.strValue);
-            }
+            copyText(reinterpret_cast<unsigned char*>(entry.name), field.strValue);
         } else if (name == "internal_key") {
-            if (field.kind == CFG_INT) entry.internal_key = field.intValue;
+            entry.internal_key = field.intValue;
         } else if (name == "type") {
-            if (field.kind == CFG_STRING) entry.type = topologyType(field.strValue);
+            entry.type = topologyType(field.strValue);
         } else if (name == "vlan" || name == "tenant_vlan") {
-            if (field.kind != CFG_INT) continue;
             entry.vlan = static_cast<uint16_t>(field.intValue);
             // A VLAN other than the port's native one always travels tagged.
             entry.tagged = (entry.vlan != nativeVlan || nativeTagged) ? 1 : 0;
         } else if (name == "vxlan_vni") {
-            if (field.kind == CFG_INT) entry.vxlan_vni = static_cast<uint32_t>(field.intValue);
+            entry.vxlan_vni = static_cast<uint32_t>(field.intValue);
         } else if (name == "remote_endpoint_vxlan_internal_management_vni") {
-            if (field.kind == CFG_INT) {
-                entry.remote_endpoint_vxlan_int_mgmt_vni = static_cast<uint32_t>(field.intValue);
-            }
+            entry.remote_endpoint_vxlan_int_mgmt_vni = static_cast<uint32_t>(field.intValue);
         } else if (name == "remote_endpoint_vxlan_ipaddress") {
             entry.remote_endpoint_vxlan_ipaddress = ipv4HostOrder(field);
         } else if (name == "remote_endpoint_vxlan_internal_management_IP") {
             entry.remote_endpoint_vxlan_int_mgmt_ip = ipv4HostOrder(field);
         } else if (name == "proxy_arp") {
-            if (field.kind == CFG_BOOL) entry.proxy_arp = field.boolValue ? 1 : 0;
+            entry.proxy_arp = field.boolValue ? 1 : 0;
         } else if (name == "multicast_acl_enable") {
-            if (field.kind == CFG_BOOL) entry.multicast_acl_enable = field.boolValue ? 1 : 0;
+            entry.multicast_acl_enable = field.boolValue ? 1 : 0;
         } else if (name == "multicast_acl") {
             cfgElement acl = field;
             jsonCfgPlusTopologyMcastAcl(entry, acl);
@@ -210,18 +202,18 @@ int cfgPlusApiConverter::jsonCfgPlusVnsVlan(jsonCfgPlus& doc) {
 }
 
 int cfgPlusApiConverter::jsonCfgPlusVnsVlan(const ElementList& list, int& word) {
+    // A value of another kind reads as 0 or false: a present "cen_bridged" of null, 0 or
+    // "false" is not bridged.
     int id = 0;
     auto vlan = findCfgElement(list, "vlans/vlan");
-    if (vlan != list.end() && vlan->kind == CFG_INT) id = vlan->intValue & 0x0FFF;
+    if (vlan != list.end()) id = vlan->intValue & 0x0FFF;
     bool tagged = false;
     auto taggedFlag = findCfgElement(list, "vlans/cen_tagged");
-    if (taggedFlag != list.end() && taggedFlag->kind == CFG_BOOL) tagged = taggedFlag->boolValue;
+    if (taggedFlag != list.end()) tagged = taggedFlag->boolValue;
     // Deliberate: without the flag a WLAN's VLAN counts as bridged, while tagged stays off.
     bool bridged = true;
     auto bridgedFlag = findCfgElement(list, "vlans/cen_bridged");
-    if (bridgedFlag != list.end() && bridgedFlag->kind == CFG_BOOL) {
-        bridged = bridgedFlag->boolValue;
-    }
+    if (bridgedFlag != list.end()) bridged = bridgedFlag->boolValue;
     word = 0x2000 | (tagged ? 0x4000 : 0) | (bridged ? 0x8000 : 0) | id;
     return 0;
 }

@@ -81,7 +81,9 @@ struct RadioMeshState {
     ElementList::iterator channelListAt;
 };
 
-// Turns a meshpoint's elements into a WLAN's, and sets the radio's mesh ACS channel list.
+// Turns a meshpoint's elements into a WLAN's, and sets the radio's mesh ACS channel list. An
+// element present with a value of another kind reads as 0, false, "" or an empty list: every
+// element has every value member, zero or empty unless its kind selects it.
 void convertMeshpoint(RadioMeshState& state, vns_entry& mp, int idx) {
     cfgPlusApiConverter helpers;
     ElementList& list = mp.elements;
@@ -96,7 +98,7 @@ void convertMeshpoint(RadioMeshState& state, vns_entry& mp, int idx) {
     bool root = true;
     auto isRoot = helpers.findCfgElement(list, "is_root");
     if (isRoot != list.end()) {
-        root = isRoot->kind == CFG_BOOL && isRoot->boolValue;
+        root = isRoot->boolValue;
         std::string rootDev = helpers.getCfgElementString(list, "meshpoint_device/is_root_dev");
         if (rootDev == "true") {
             root = true;
@@ -113,7 +115,7 @@ void convertMeshpoint(RadioMeshState& state, vns_entry& mp, int idx) {
     }
 
     auto snrMin = helpers.findCfgElement(list, "meshpoint_device/hysteresis_snr_min");
-    if (snrMin != list.end() && snrMin->kind == CFG_INT) {
+    if (snrMin != list.end()) {
         list.insert(snrMin,
                     cfgElement("wds/meshpoint_device/hysteresis_snr_min", snrMin->intValue, ""));
     }
@@ -123,14 +125,14 @@ void convertMeshpoint(RadioMeshState& state, vns_entry& mp, int idx) {
                              "meshpoint_device/acs_tolerance_period"}) {
         // Deliberate: with no band suffix this finds the plain name and duplicates it.
         auto banded = helpers.findCfgElement(list, name + suffix);
-        if (banded != list.end() && banded->kind == CFG_INT) {
+        if (banded != list.end()) {
             list.insert(banded, cfgElement(name, banded->intValue, ""));
         }
     }
 
     bool monitor = false;
     auto monitorLink = helpers.findCfgElement(list, "meshpoint_device/monitor_pri_port_link");
-    if (monitorLink != list.end() && monitorLink->kind == CFG_BOOL) {
+    if (monitorLink != list.end()) {
         monitor = monitorLink->boolValue;
     }
     // The channel list belongs to the radio: a root that does not watch its wired link scans
@@ -141,9 +143,10 @@ void convertMeshpoint(RadioMeshState& state, vns_entry& mp, int idx) {
         jcp::diag("[ERR] Radio", state.radio.id,
                   " does not support mesh ACS rf_mode: ", state.rfMode, " ");
     } else {
+        // A list that is not of strings, or a plain string, holds no channel text: the radio's
+        // list is emptied.
         auto banded = helpers.findCfgElement(list, kAcsChannelList + suffix);
-        if (banded != list.end() &&
-            (banded->kind == CFG_STR_LIST || banded->kind == CFG_EMPTY_ARRAY)) {
+        if (banded != list.end()) {
             std::string text = banded->strList.empty() ? "" : banded->strList.front();
             state.setChannelList(helpers.jsonCfgPlusStr2IntList(text, ','));
         }
@@ -164,12 +167,15 @@ int cfgPlusApiConverter::jsonCfgPlusMeshpointToWlan(jsonCfgPlus& doc) {
             RadioMeshState state(radio);
             try {
                 for (const vns_entry& meshpoint : radio.meshpoints) {
-                    wlans.push_back(meshpoint);
-                    convertMeshpoint(state, wlans.back(), 0);
+                    // A copy or step that throws (a bad channel list, no memory) adds nothing;
+                    // the move into the reserved room cannot throw.
+                    vns_entry converted = meshpoint;
+                    convertMeshpoint(state, converted, 0);
+                    wlans.push_back(std::move(converted));
                 }
             } catch (...) {
-                // A bad channel list throws; the radio is left as one insert at a time leaves it.
-                wlans.pop_back();
+                // The radio is left as one insert at a time leaves it: the meshpoints converted
+                // so far ahead of its WLANs. Within the reserved room, nothing here allocates.
                 std::move(radio.wlans.begin(), radio.wlans.end(), std::back_inserter(wlans));
                 radio.wlans = std::move(wlans);
                 throw;
