@@ -134,7 +134,8 @@ TEST(Golden, LintOfEveryPlantedProblem) {
 TEST(Golden, DiffOfTheChangedExample) {
     std::string doc = readFile(JCP_EXAMPLES_DIR "/ap-config.json");
     for (const auto& [from, to] : std::vector<std::pair<std::string, std::string>>{
-             {"\"low_dport\": 22 }", "\"low_dport\": 2222 }"},
+             {"\"low_dport\": 22, \"high_dport\": 22 }",
+              "\"low_dport\": 2222, \"high_dport\": 2222 }"},
              {"\"ssid\": \"Guest\"", "\"ssid\": \"Guest2\""},
              {"\"hq-tunnel-secret\"", "\"hq-tunnel-rotated\""},
              {"\"sensor_scanmode\": {", "\"scan_channels\": [\"36\"], \"sensor_scanmode\": {"}}) {
