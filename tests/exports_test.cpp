@@ -47,6 +47,7 @@ TEST(Exports, PlainNamesAreExactlyTheCEntries) {
                                            "printJsonCfgPlusDebugCfg",
                                            "jsonCfgPlusParserCallback",
                                            "jsonCfgPlusRates2WirelessMode",
+                                           "setJsonCfgPlusDiagHandler",
                                            "apCfgVlanVIDGet",
                                            "apCfgBoardSubTypeGet"};
     std::set<std::string> exported = plainExports();
