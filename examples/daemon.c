@@ -103,7 +103,7 @@ int main(int argc, char** argv) {
 
     setJsonCfgPlusDiagHandler(NULL, NULL);
     printf("released; diagnostics: %d milestone(s), %d info, %d warning(s), %d error(s)\n",
-           diagCounts[JCP_DIAG_MILESTONE], diagCounts[JCP_DIAG_INFO],
-           diagCounts[JCP_DIAG_WARNING], diagCounts[JCP_DIAG_ERROR]);
+           diagCounts[JCP_DIAG_MILESTONE], diagCounts[JCP_DIAG_INFO], diagCounts[JCP_DIAG_WARNING],
+           diagCounts[JCP_DIAG_ERROR]);
     return 0;
 }

@@ -128,16 +128,18 @@ typedef struct apiCfgPlusEntryArray {
  * array's "cen_radio_id" entry. Wired ports and other pseudo-radios get no radio array, but
  * their WLAN services are in `vnsList`.
  *
- * **vnsList** holds the WLAN services (VNS) of every radio and pseudo-radio, radio after radio
- * in the order of `radios` followed by the wired ports; each entry's `vns` is its slot, the
- * BSS number minus 1. The AP configures each radio as a table of eight BSS slots, so after
- * the pipeline (jsonCfgPlusParserCallback) every radio, and every wired port p1 to p3 whether
- * or not the document names it, has exactly 8 arrays, slots 0 to 7 in order: 3 radios and 3
- * wired ports give 48 arrays, and `vnsList[8 * k + s]` is slot s of the k-th of them. A slot
- * the document leaves free is a placeholder holding only "cen_radio_id" and "cen_ssid_id" 0.
- * Meshpoints also take a slot here, as WLAN services with "meshpoint_idx" 0 (the services
- * the document names carry -1). Without the pipeline `vnsList` holds only the services the document
- * names.
+ * **vnsList** holds the WLAN services (VNS) of every radio and pseudo-radio, radio after
+ * radio: first those the document names, in ascending id (bridge ports, whose ids are
+ * negative, then the wireless radios, then the wired ports), then the wired ports p1 to p3 it
+ * does not name, which the pipeline adds. Each entry's `vns` is its slot, the BSS number
+ * minus 1. The AP configures each radio as a table of eight BSS slots, so after the pipeline
+ * (jsonCfgPlusParserCallback) every radio and port has exactly 8 arrays, slots 0 to 7 in
+ * order: 3 radios and the 3 wired ports give 48 arrays, and `vnsList[8 * k + s]` is slot s of
+ * the k-th of them. A slot the document leaves free is a placeholder holding only
+ * "cen_radio_id" and "cen_ssid_id" 0. Meshpoints also take a slot here, as WLAN services with
+ * "meshpoint_idx" 0 (the services the document names carry -1). Without the pipeline
+ * `vnsList` holds only the services the document names. Either way a service is best found by
+ * its entries' `radio` and `vns`.
  *
  * **meshpoints** holds one array per meshpoint, radio after radio and, within a radio, in the
  * order of its "meshpointbssmap"; `vns` is the meshpoint's BSS number minus 1.
