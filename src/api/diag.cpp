@@ -5,6 +5,13 @@
 
 #include "api/jsoncfgplus.h"
 
+// The handler receives the C levels; the two lists must not drift apart.
+static_assert(static_cast<int>(jcp::DiagLevel::progress) == JCP_DIAG_PROGRESS, "level");
+static_assert(static_cast<int>(jcp::DiagLevel::info) == JCP_DIAG_INFO, "level");
+static_assert(static_cast<int>(jcp::DiagLevel::milestone) == JCP_DIAG_MILESTONE, "level");
+static_assert(static_cast<int>(jcp::DiagLevel::warning) == JCP_DIAG_WARNING, "level");
+static_assert(static_cast<int>(jcp::DiagLevel::error) == JCP_DIAG_ERROR, "level");
+
 namespace {
 
 // Process-wide like the other settings of the library: one parse at a time.
