@@ -3,7 +3,7 @@ JOBS ?= 2
 CMAKE_FLAGS ?=
 
 .PHONY: all deps deps-m32 deps-fuzz build demo test check check-asan check-m32 bench fuzz format
-.PHONY: clean deps-armhf check-armhf check-consumer deps-deb deb
+.PHONY: clean deps-armhf check-armhf check-consumer deps-deb deb docs
 
 all: build
 
@@ -64,6 +64,12 @@ deb: deps-deb
 	cmake --build build-deb -j $(JOBS)
 	cd build-deb && cpack
 	scripts/check-deb.sh build-deb
+
+# The API reference of the installed headers, in build/docs/html; any Doxygen warning fails it.
+docs:
+	@scripts/install-deps.sh docs
+	mkdir -p build/docs
+	doxygen docs/Doxyfile
 
 bench: build
 	./build/bench/jsoncfgplus_bench

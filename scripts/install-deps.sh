@@ -1,10 +1,11 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build and the tests need, and nothing when all are present.
-# Usage: scripts/install-deps.sh [m32|armhf|deb|fuzz]
+# Usage: scripts/install-deps.sh [m32|armhf|deb|fuzz|docs]
 #   m32    adds the i386 libraries of the 32-bit check build
 #   armhf  adds the ARM cross compiler, the armhf libraries and qemu to run the tests under
 #   deb    adds what building and checking the Debian packages needs
 #   fuzz   adds clang and its libFuzzer runtime
+#   docs   adds Doxygen for the API reference
 set -u
 
 packages=(cmake make g++ pkg-config libjson-c-dev libhiredis-dev libtinyxml2-dev
@@ -26,6 +27,9 @@ if [ "${1:-}" = "deb" ]; then
 fi
 if [ "${1:-}" = "fuzz" ]; then
     packages+=(clang libclang-rt-dev)
+fi
+if [ "${1:-}" = "docs" ]; then
+    packages+=(doxygen)
 fi
 
 native=$(dpkg --print-architecture)

@@ -46,7 +46,8 @@ TEST(Exports, PlainNamesAreExactlyTheCEntries) {
                                            "setJsonCfgPlusDebugApplyCfg",
                                            "printJsonCfgPlusDebugCfg",
                                            "jsonCfgPlusParserCallback",
-                                           "jsonCfgPlusRates2WirelessMode"};
+                                           "jsonCfgPlusRates2WirelessMode",
+                                           "setJsonCfgPlusDiagHandler"};
     // Not the platform calls either: a definition here would answer for the AP's own.
     std::set<std::string> exported = plainExports();
     ASSERT_FALSE(exported.empty());

@@ -1,4 +1,6 @@
-// The one way the library writes diagnostics: whole lines on standard output, flushed.
+// The one way the library writes diagnostics: whole lines, each with its level, to the
+// caller's handler (setJsonCfgPlusDiagHandler) or, when none is installed, to standard output,
+// ended and flushed. The handler sees exactly the text standard output would have shown.
 #ifndef JSONCFGPLUS_API_DIAG_H
 #define JSONCFGPLUS_API_DIAG_H
 
@@ -7,15 +9,37 @@
 
 namespace jcp {
 
-// Writes text and a line end to standard output and flushes it.
-void writeLine(const std::string& text);
+// The JCP_DIAG_* levels of api/jsoncfgplus.h, in the same order of severity.
+enum class DiagLevel { progress = 0, info = 1, milestone = 2, warning = 3, error = 4 };
 
-// Streams every part into one line.
+// The level a line announces by its prefix ("JSON-Q+: ", "[WARN]", "[ERR]", ...); info when
+// it announces none.
+DiagLevel levelOfLine(const std::string& text);
+
+// Writes one line at the level its prefix announces.
+void writeLine(const std::string& text);
+// Writes one line at a level its source knows, whatever its text says.
+void writeLine(DiagLevel level, const std::string& text);
+// Writes one error line that goes to standard error when no handler is installed.
+void writeErrorLine(const std::string& text);
+
 template <typename... Parts>
-void diag(const Parts&... parts) {
+std::string joinParts(const Parts&... parts) {
     std::ostringstream line;
     (line << ... << parts);
-    writeLine(line.str());
+    return line.str();
+}
+
+// Streams every part into one line, at the level its prefix announces.
+template <typename... Parts>
+void diag(const Parts&... parts) {
+    writeLine(joinParts(parts...));
+}
+
+// A progress line of the build or a converter, printed only on the document's trace flag.
+template <typename... Parts>
+void progress(const Parts&... parts) {
+    writeLine(DiagLevel::progress, joinParts(parts...));
 }
 
 }  // namespace jcp

@@ -17,7 +17,7 @@ namespace {
 
 template <typename... Parts>
 void trace(const jsonCfgPlus& doc, const Parts&... parts) {
-    if (doc.m_trace != 0) jcp::diag(parts...);
+    if (doc.m_trace != 0) jcp::progress(parts...);
 }
 
 // The network-order address of an entry's "arp_guard_acl/ip", 0 when it is not IPv4 text.

@@ -214,7 +214,7 @@ cfgElement rateLimits(const cfgPlusApiConverter& converter, ElementList& list) {
 }  // namespace
 
 int cfgPlusApiConverter::jsonCfgPlusVnsFilters(jsonCfgPlus& doc) {
-    if (doc.m_trace != 0) jcp::diag("jsonCfgPlusVnsFilters converting...");
+    if (doc.m_trace != 0) jcp::progress("jsonCfgPlusVnsFilters converting...");
     cfgPlusSignatureMaps& maps = cfgPlusSignatureMaps::m_inst;
     // Picks up a live update before any rule is looked up; silent when there is none.
     maps.reload();

@@ -170,7 +170,7 @@ int netAuthCode(const cfgElement& e) {
 
 template <typename... Parts>
 void trace(const jsonCfgPlus& doc, const Parts&... parts) {
-    if (doc.m_trace != 0) jcp::diag(parts...);
+    if (doc.m_trace != 0) jcp::progress(parts...);
 }
 
 }  // namespace

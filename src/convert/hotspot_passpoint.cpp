@@ -73,7 +73,7 @@ bool readConnCap(const hs2::Item& item, CONN_CAP& out) {
 
 template <typename... Parts>
 void trace(const jsonCfgPlus& doc, const Parts&... parts) {
-    if (doc.m_trace != 0) jcp::diag(parts...);
+    if (doc.m_trace != 0) jcp::progress(parts...);
 }
 
 }  // namespace

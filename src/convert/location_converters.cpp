@@ -9,7 +9,7 @@ namespace {
 
 template <typename... Parts>
 void trace(const jsonCfgPlus& doc, const Parts&... parts) {
-    if (doc.m_trace != 0) jcp::diag(parts...);
+    if (doc.m_trace != 0) jcp::progress(parts...);
 }
 
 constexpr int kSensorServerSlots = 3;

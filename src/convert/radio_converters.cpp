@@ -13,7 +13,7 @@ using ElementList = cfgPlusApiConverter::ElementList;
 
 template <typename... Parts>
 void trace(const jsonCfgPlus& doc, const Parts&... parts) {
-    if (doc.m_trace != 0) jcp::diag(parts...);
+    if (doc.m_trace != 0) jcp::progress(parts...);
 }
 
 // Places element just after pos, or at the end when pos is the end.

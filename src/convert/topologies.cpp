@@ -30,7 +30,7 @@ static_assert(kEndpointOffset + (kEndpointLimit - 1) * sizeof(GRE_END_POINT) +
 
 template <typename... Parts>
 void trace(const jsonCfgPlus& doc, const Parts&... parts) {
-    if (doc.m_trace != 0) jcp::diag(parts...);
+    if (doc.m_trace != 0) jcp::progress(parts...);
 }
 
 // IPv4 text as a host-order number; 0 for anything else, IPv6 included.

@@ -26,7 +26,7 @@ using Slots = std::array<vns_entry, kWlanSlots>;
 
 template <typename... Parts>
 void trace(const jsonCfgPlus& doc, const Parts&... parts) {
-    if (doc.m_trace != 0) jcp::diag(parts...);
+    if (doc.m_trace != 0) jcp::progress(parts...);
 }
 
 Slots placeholders(int radioId) {

@@ -59,7 +59,7 @@ json_object* jsonCfgPlus::parse(const char* text, unsigned int len) {
         offset += piece;
     } while (error == json_tokener_continue && offset < len);
     if (error != json_tokener_success) {
-        std::fprintf(stderr, "Error: %s\n", json_tokener_error_desc(error));
+        jcp::writeErrorLine(std::string("Error: ") + json_tokener_error_desc(error));
         if (root != nullptr) json_object_put(root);
         root = nullptr;
     }

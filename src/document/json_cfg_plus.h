@@ -159,7 +159,7 @@ class JCP_EXPORT jsonCfgPlus {
 
 template <typename... Parts>
 void jsonCfgPlus::trace(const Parts&... parts) const {
-    if (m_trace != 0) jcp::diag(parts...);
+    if (m_trace != 0) jcp::progress(parts...);
 }
 
 #endif
