@@ -9,6 +9,7 @@
 #include "api/jsoncfgplus.h"
 #include "convert/ap_records.h"
 #include "platform/byte_order.h"
+#include "platform/platform.h"
 
 static int failures;
 
