@@ -34,9 +34,22 @@ typedef void (*apiCfgPlusFreeFn)(struct apiCfgPlusEntry*);
 /* Returns a heap string (strdup) that the caller frees. */
 typedef char* (*apiCfgPlusPrintFn)(struct apiCfgPlusEntry*, unsigned int indent);
 
+/* Radio indexes, as apiCfgPlusEntry.radio carries them (the document's radio id - 1), never
+ * below -1:
+ *   -1           the global list (and the entries of a "radio0")
+ *   0 to 2       wireless radios "radio1" to "radio3" (only radios up to index 2 get a radio
+ *                entry array; "radioN" up to N = 99999 is index N - 1)
+ *   3 to 5       wired ports "p1" to "p3" ("pN" up to N = 99996 is index N + 2)
+ *   99999        the IoT radio "bluetooth1" (its settings also come as "iot/..." globals)
+ *   100000 + N   bridge port "brN"
+ * The wired ports, the IoT radio and the bridges bring WLAN arrays but no radio entry array;
+ * after jsonCfgPlusParserCallback every one of them has eight WLAN slots (vns 0 to 7). */
+#define JSONCFGPLUS_IOT_RADIO_INDEX 99999
+#define JSONCFGPLUS_BRIDGE_RADIO_INDEX(n) (100000 + (n))
+
 /* One element as the caller sees it. radio and vns are set on top-level entries only. */
 typedef struct apiCfgPlusEntry {
-    int32_t radio; /* 0-based radio index, -1 for the global list */
+    int32_t radio; /* 0-based radio index (see above), -1 for the global list */
     int32_t vns;   /* VNS or meshpoint id, -1 for global and radio lists */
     int32_t type;  /* cfgElementKind */
     char* name;

@@ -85,6 +85,9 @@ class JCP_EXPORT jsonCfgPlus {
 
     // The interfaces the build turns into a radio entry, as it tells them apart.
     enum class RadioIdKind { kRadio, kIotRadio, kWiredPort, kBridgePort };
+    static constexpr int kIotRadioId = JSONCFGPLUS_IOT_RADIO_INDEX + 1;
+    static constexpr int kFirstReservedRadioId = kIotRadioId;
+    static constexpr int kFirstBridgeRadioId = JSONCFGPLUS_BRIDGE_RADIO_INDEX(0) + 1;
     // The radio id an interface's name gives, or why the build skips the interface.
     struct RadioId {
         enum class Outcome { kId, kNoNumber, kTooLarge, kOutOfRange };
@@ -92,9 +95,11 @@ class JCP_EXPORT jsonCfgPlus {
         int id;  // meaningful with kId only
     };
     // A radio's number is read after the first five characters of its name, leading zeros
-    // and all: N from 0 to INT_MAX is id N; kNoNumber without a digit there, kTooLarge past
-    // INT_MAX. The IoT radio is -1. Wired "pN" is N + 3 for N from 1 to INT_MAX - 3, bridge
-    // "brN" is -2 - N for N from 0 to INT_MAX - 2; any other port number is kOutOfRange.
+    // and all: N from 0 to kFirstReservedRadioId - 1 is id N; kNoNumber without a digit there,
+    // kTooLarge above. Wired "pN" is N + 3 for N from 1 to kFirstReservedRadioId - 4. The
+    // reserved ids from kFirstReservedRadioId up belong to the IoT radio and to bridge "brN"
+    // (kFirstBridgeRadioId + N, for N up to INT_MAX - kFirstBridgeRadioId); any other port
+    // number is kOutOfRange. The ids are the header's radio indexes plus one.
     static RadioId radioIdOf(RadioIdKind kind, const std::string& name);
 
     // Element-side dump of the global list, the radios, their services and meshpoints.
