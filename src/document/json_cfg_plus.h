@@ -74,12 +74,12 @@ class JCP_EXPORT jsonCfgPlus {
     void buildMeshpointConfig(json_object* bssMap, radio_entry& radio,
                               json_object* profileMeshpointDevices,
                               json_object* deviceMeshpointDevices);
-    // Inserts by ascending id, or merges into the radio with the same id (WLANs included,
-    // meshpoints not). newRadio is moved from.
-    static void mergeRadioCfgElements(std::vector<radio_entry>& radios, radio_entry& newRadio);
-    // Merges into the service with the same radio and SSID id, or appends; newVns is moved
-    // from.
-    static void mergeVnsCfgElement(std::vector<vns_entry>& services, vns_entry& newVns);
+    // Inserts a copy by ascending id, or merges copies into the radio with the same id (WLANs
+    // included, meshpoints not).
+    static void mergeRadioCfgElements(std::vector<radio_entry>& radios,
+                                      const radio_entry& newRadio);
+    // Merges a copy into the service with the same radio and SSID id, or appends a copy.
+    static void mergeVnsCfgElement(std::vector<vns_entry>& services, const vns_entry& newVns);
     static bool isWiredPortInterface(const std::string& name);
     static bool isBridgePortInterface(const std::string& name);
 
