@@ -45,6 +45,7 @@ TEST(Exports, PlainNamesAreExactlyTheCEntries) {
                                            "getJsonCfgPlusDebugApplyCfg",
                                            "setJsonCfgPlusDebugApplyCfg",
                                            "printJsonCfgPlusDebugCfg",
+                                           "setJsonCfgPlusElementBudget",
                                            "jsonCfgPlusParserCallback",
                                            "jsonCfgPlusRates2WirelessMode",
                                            "apCfgVlanVIDGet",

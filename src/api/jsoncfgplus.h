@@ -131,6 +131,15 @@ JCP_EXPORT const char* getJsonCfgPlusDebugApplyCfg(void);
 JCP_EXPORT void setJsonCfgPlusDebugApplyCfg(const char* path);
 JCP_EXPORT void printJsonCfgPlusDebugCfg(void);
 
+/* Our addition to the daemon's interface. The most configuration elements one parse may create
+ * before it fails with "[ERR] document needs more than the element budget of N elements, build
+ * stopped." (a small document naming one huge ACL from thousands of WLANs would otherwise
+ * exhaust the AP's memory). An element costs up to about 290 bytes of heap on 32-bit ARM, so
+ * the budget is a memory bound: set one that fits the AP. It holds for every later parse,
+ * whatever the document's size. 0 restores the default: 1,000,000 elements (a fully loaded
+ * campus AP's document needs under 800,000), or one per byte of a larger document. */
+JCP_EXPORT void setJsonCfgPlusElementBudget(unsigned long budget);
+
 /* The conversion pipeline; -1 for a null document, else the first non-zero converter result. */
 JCP_EXPORT int jsonCfgPlusParserCallback(jsonCfgPlus* document);
 /* The wireless-mode bit mask of a list of rate names for a band (0 2.4 GHz, 1 5 GHz, 2 6 GHz). */
