@@ -6,6 +6,7 @@
 #include <string>
 
 #include "api/jsoncfgplus.h"
+#include "document/json_cfg_plus.h"
 
 namespace {
 
@@ -128,6 +129,36 @@ TEST(RadioNumbering, BluetoothDeclaredAsRadioIsStillTheIotRadio) {
     ASSERT_NE(mode, nullptr);
     EXPECT_STREQ(static_cast<const char*>(mode->value), "scan");
     release(parsed.result);
+}
+
+// The edges of each name's range: no name reaches an id of another kind.
+TEST(RadioNumbering, NameRangesMeetWithoutOverlap) {
+    using Kind = jsonCfgPlus::RadioIdKind;
+    using Outcome = jsonCfgPlus::RadioId::Outcome;
+    struct Row {
+        Kind kind;
+        const char* name;
+        Outcome outcome;
+        int id;
+    };
+    const Row rows[] = {
+        {Kind::kRadio, "radio99999", Outcome::kId, 99999},
+        {Kind::kRadio, "radio100000", Outcome::kTooLarge, 0},
+        {Kind::kWiredPort, "p99996", Outcome::kId, 99999},
+        {Kind::kWiredPort, "p99997", Outcome::kOutOfRange, 0},
+        {Kind::kIotRadio, "bluetooth1", Outcome::kId, JSONCFGPLUS_IOT_RADIO_INDEX + 1},
+        {Kind::kBridgePort, "br0", Outcome::kId, JSONCFGPLUS_BRIDGE_RADIO_INDEX(0) + 1},
+        {Kind::kBridgePort, "br2147383646", Outcome::kId, 2147483647},
+        {Kind::kBridgePort, "br2147383647", Outcome::kOutOfRange, 0},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        jsonCfgPlus::RadioId got = jsonCfgPlus::radioIdOf(row.kind, row.name);
+        EXPECT_EQ(got.outcome, row.outcome);
+        if (row.outcome == Outcome::kId) {
+            EXPECT_EQ(got.id, row.id);
+        }
+    }
 }
 
 }  // namespace
