@@ -144,14 +144,14 @@ static void check_hotspot(const apiCfgPlusEntryArray* guest) {
     EXPECT(n == 3);
     if (n == 3) EXPECT(cc[1].protocol == 17 && cc[1].port == 500 && cc[1].status == 1);
 
-    /* The OSU provider list: head, one provider, then both icons' bytes (159 each). */
-    const size_t osuBytes = sizeof(OSU_SP_LIST) + sizeof(OSU_SP) + 2 * 159;
+    /* The OSU provider list: head, one provider, then both icons' bytes (92 and 159). */
+    const size_t osuBytes = sizeof(OSU_SP_LIST) + sizeof(OSU_SP) + 92 + 159;
     const uint8_t* osu = records(guest, "passpoint_policy/cen_osu_provider", osuBytes, &n);
     EXPECT(n == 1);
     if (n != 1) return;
     const OSU_SP_LIST* head = (const OSU_SP_LIST*)osu;
     const OSU_SP* sp = (const OSU_SP*)(osu + sizeof *head);
-    EXPECT(head->count == 1 && head->icon_bytes == 2 * 159);
+    EXPECT(head->count == 1 && head->icon_bytes == 92 + 159);
     EXPECT(sp->name_count == 2 && sp->description_count == 1 && sp->icon_count == 2);
     EXPECT(strcmp(sp->name_lang[1].name, "Beispiel-Anmeldung") == 0);
     EXPECT(sp->osu_method_count == 2 && sp->osu_method_list[0] == 1 && sp->osu_method_list[1] == 0);
@@ -159,12 +159,13 @@ static void check_hotspot(const apiCfgPlusEntryArray* guest) {
     const jsonHS2Icon* icon = &sp->icons[1];
     EXPECT(icon->width == 32 && strcmp(icon->code, "zxx") == 0);
     EXPECT(strcmp(icon->icon_name, "example-logo.png") == 0 && icon->icon_data_len == 159);
-    EXPECT(icon->icon_data == sizeof *head + sizeof *sp + 159);
+    EXPECT(icon->icon_data == sizeof *head + sizeof *sp + 92);
     EXPECT(icon->icon_data + 4 <= osuBytes && memcmp(osu + icon->icon_data, "\x89PNG", 4) == 0);
 }
 
 int main(void) {
-    /* The example names its icon files relative to the source tree, where the test runs. */
+    /* The example's icon files, in the source tree where the test runs. */
+    setJsonCfgPlusIconDir("examples/icons");
     apiCfgPlusResult* r =
         parseJsonCfgPlusFile("examples/ap-config.json", jsonCfgPlusParserCallback, 0, 0, 0);
     EXPECT(r != NULL);

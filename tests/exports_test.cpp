@@ -45,9 +45,11 @@ TEST(Exports, PlainNamesAreExactlyTheCEntries) {
                                            "getJsonCfgPlusDebugApplyCfg",
                                            "setJsonCfgPlusDebugApplyCfg",
                                            "printJsonCfgPlusDebugCfg",
+                                           "setJsonCfgPlusElementBudget",
                                            "jsonCfgPlusParserCallback",
                                            "jsonCfgPlusRates2WirelessMode",
-                                           "setJsonCfgPlusDiagHandler"};
+                                           "setJsonCfgPlusDiagHandler",
+                                           "setJsonCfgPlusIconDir"};
     // Not the platform calls either: a definition here would answer for the AP's own.
     std::set<std::string> exported = plainExports();
     ASSERT_FALSE(exported.empty());

@@ -72,6 +72,26 @@ typedef void (*apiCfgPlusFreeFn)(struct apiCfgPlusEntry*);
 /** An entry's own rendering. Returns a heap string (strdup) that the caller frees. */
 typedef char* (*apiCfgPlusPrintFn)(struct apiCfgPlusEntry*, unsigned int indent);
 
+/** @name Radio indexes
+ * Radio indexes as apiCfgPlusEntry.radio carries them (the document's radio id - 1), never
+ * below -1:
+ * | Index | Interface |
+ * |---|---|
+ * | -1 | the global list (and the entries of a "radio0") |
+ * | 0 to 2 | wireless radios "radio1" to "radio3" (only these get a radio entry array; "radioN" up
+ * to N = 99999 is index N - 1) | | 3 to 5 | wired ports "p1" to "p3" ("pN" up to N = 99996 is index
+ * N + 2) | | 99999 | the IoT radio "bluetooth1" (its settings also come as "iot/..." globals) | |
+ * 100000 + N | bridge port "brN" |
+ *
+ * The wired ports, the IoT radio and the bridges bring WLAN arrays but no radio entry array;
+ * after jsonCfgPlusParserCallback every one of them has eight WLAN slots (vns 0 to 7).
+ * @{ */
+/** The radio index of the IoT radio "bluetooth1". */
+#define JSONCFGPLUS_IOT_RADIO_INDEX 99999
+/** The radio index of bridge port "brN". */
+#define JSONCFGPLUS_BRIDGE_RADIO_INDEX(n) (100000 + (n))
+/** @} */
+
 /** One element as the caller sees it; 32 bytes on the AP.
  *
  * `radio` and `vns` are set on top-level entries only; nested entries (inside CFG_OBJECT and
@@ -100,7 +120,7 @@ typedef char* (*apiCfgPlusPrintFn)(struct apiCfgPlusEntry*, unsigned int indent)
  * freeFn.
  */
 typedef struct apiCfgPlusEntry {
-    int32_t radio;             /**< 0-based radio index (radio id - 1), -1 for the global list */
+    int32_t radio;             /**< radio index (see Radio indexes), -1 for the global list */
     int32_t vns;               /**< WLAN slot or meshpoint id, -1 for global and radio lists */
     int32_t type;              /**< cfgElementKind */
     char* name;                /**< slash-joined key path, e.g. "captive_portal/dns_whitelist" */
@@ -129,9 +149,9 @@ typedef struct apiCfgPlusEntryArray {
  * their WLAN services are in `vnsList`.
  *
  * **vnsList** holds the WLAN services (VNS) of every radio and pseudo-radio, radio after
- * radio: first those the document names, in ascending id (bridge ports, whose ids are
- * negative, then the wireless radios, then the wired ports), then the wired ports p1 to p3 it
- * does not name, which the pipeline adds. Each entry's `vns` is its slot, the BSS number
+ * radio: first those the document names, in ascending id (the wireless radios, the wired
+ * ports, the IoT radio, then the bridge ports), then the wired ports p1 to p3 it does not
+ * name, which the pipeline adds. Each entry's `vns` is its slot, the BSS number
  * minus 1. The AP configures each radio as a table of eight BSS slots, so after the pipeline
  * (jsonCfgPlusParserCallback) every radio and port has exactly 8 arrays, slots 0 to 7 in
  * order: 3 radios and the 3 wired ports give 48 arrays, and `vnsList[8 * k + s]` is slot s of
@@ -254,6 +274,23 @@ JCP_EXPORT const char* getJsonCfgPlusDebugApplyCfg(void);
 JCP_EXPORT void setJsonCfgPlusDebugApplyCfg(const char* path);
 /** Prints the debug settings as diagnostic lines. */
 JCP_EXPORT void printJsonCfgPlusDebugCfg(void);
+
+/** Our addition to the daemon's interface: the most configuration elements one parse may
+ * create before it fails with "[ERR] document needs more than the element budget of N
+ * elements, build stopped." (a small document naming one huge ACL from thousands of WLANs
+ * would otherwise exhaust the AP's memory). An element costs up to about 290 bytes of heap on
+ * 32-bit ARM, so the budget is a memory bound: set one that fits the AP. It holds for every
+ * later parse, whatever the document's size.
+ * @param budget the element budget; 0 restores the default: 1,000,000 elements (a fully loaded
+ *        campus AP's document needs under 800,000), or one per byte of a larger document */
+JCP_EXPORT void setJsonCfgPlusElementBudget(unsigned long budget);
+
+/** Our addition to the daemon's interface: the directory whose files a document's Passpoint
+ * icons name. A document names an icon only by a plain file name in it; the file must be a
+ * regular file (not a link) of at most 65535 bytes that starts as a PNG, JPEG, GIF, BMP or
+ * ICO image, or the icon is left out with a "[WARN]" line.
+ * @param dir the directory; NULL restores the default, /home/config/hs2_icons */
+JCP_EXPORT void setJsonCfgPlusIconDir(const char* dir);
 
 /** The conversion pipeline: runs every converter in its fixed order on a built document.
  * @param document the document, as the build passes it

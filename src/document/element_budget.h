@@ -8,17 +8,21 @@
 
 namespace jcp {
 
-// Five times a fully loaded AP's document (3 radios x 8 WLANs, each walking four 256-rule ACLs
-// of ~10 fields: ~100,000 elements), while the elements stay near 100 MB on the 32-bit AP.
-constexpr size_t kElementBudget = 500000;
+// A fully loaded AP's document: 3 radios x 8 WLANs, each walking six ACLs (MAC, IPv4, IPv6, in
+// and out) of 500 rules of about ten fields, is 720,000 elements; the rest of a campus document
+// adds tens of thousands. ACL rule elements, with their long key paths, cost about 290 bytes
+// each on the 32-bit ARM AP (malloc's overhead included), so this is up to ~290 MB of heap.
+constexpr size_t kElementBudget = 1000000;
 
-// The budget of a document of that many bytes: one element per byte, never less than
-// kElementBudget. A large document may ask for what its own size pays for (a real campus AP
-// asks for under one per byte), while a small one that names a huge ACL from thousands of
-// services still stops.
-inline size_t elementBudgetFor(size_t documentBytes) {
-    return documentBytes > kElementBudget ? documentBytes : kElementBudget;
-}
+// The budget of a document of that many bytes: the daemon's own when it set one, otherwise one
+// element per byte, never less than kElementBudget. A large document may ask for what its own
+// size pays for (a real campus AP asks for under one per byte), while a small one that names a
+// huge ACL from thousands of services still stops.
+size_t elementBudgetFor(size_t documentBytes);
+
+// The daemon's budget for every later build, whatever the document's size; 0 restores the
+// default rule.
+void setElementBudget(size_t budget);
 
 class ElementBudgetExceeded : public std::exception {
   public:

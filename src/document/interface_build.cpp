@@ -26,17 +26,17 @@ const std::list<std::string> kRadioLocationKeys = {
 // Keys of a port object that describe the port itself rather than its settings.
 const std::list<std::string> kPortWalkExcluded = {"name", "type", "wlanbssmap"};
 
-// Radio ids: "radioN" is N and wired "pN" is N + 3, so together they reach every id from 0
-// up. The IoT radio and the bridge ports take negative ids, which no radio or wired port name
-// can reach, so neither merges into a Wi-Fi radio, a wired port or each other.
-constexpr int kIotRadioId = -1;
-// brN is -2 - N: br0 is -2, and the largest N keeps the radio index (id - 1) an int.
-constexpr int kFirstBridgeRadioId = -2;
-constexpr long long kMaxBridgeNumber = static_cast<long long>(INT_MAX) - 2;
-// A wired port's id (N + 3) must be an int.
-constexpr long long kMaxWiredNumber = static_cast<long long>(INT_MAX) - 3;
+// Radio ids: "radioN" is N and wired "pN" is N + 3, both below the reserved ids, so together
+// they reach every id from 0 up to there. The IoT radio and the bridge ports take the reserved
+// ids, which no radio or wired port name reaches, so neither merges into a Wi-Fi radio, a wired
+// port or each other, and every entry's radio index (id - 1) stays at -1 or above.
+constexpr long long kMaxRadioNumber = jsonCfgPlus::kFirstReservedRadioId - 1;
+constexpr long long kMaxWiredNumber = jsonCfgPlus::kFirstReservedRadioId - 1 - 3;
 // Port 0 would be id 3, a wireless radio's.
 constexpr long long kMinWiredNumber = 1;
+// The largest N keeps brN's id an int.
+constexpr long long kMaxBridgeNumber =
+    static_cast<long long>(INT_MAX) - jsonCfgPlus::kFirstBridgeRadioId;
 
 bool isVirtualInterfaceType(const std::string& type) {
     return type == "vlan" || type == "marlin" || type == "virtual_network" || type == "gre";
@@ -132,7 +132,8 @@ jsonCfgPlus::RadioId jsonCfgPlus::radioIdOf(RadioIdKind kind, const std::string&
         case RadioIdKind::kRadio:
             read = leadingNumber(name, kRadioPrefixLength, number);
             if (read == NumberRead::kNoDigits) return noId(Outcome::kNoNumber);
-            if (read == NumberRead::kTooLarge) return noId(Outcome::kTooLarge);
+            if (read == NumberRead::kTooLarge || number > kMaxRadioNumber)
+                return noId(Outcome::kTooLarge);
             return withId(number);
         case RadioIdKind::kIotRadio:
             return withId(kIotRadioId);
@@ -145,7 +146,7 @@ jsonCfgPlus::RadioId jsonCfgPlus::radioIdOf(RadioIdKind kind, const std::string&
             read = leadingNumber(name, m_bridge_port_prefix.size(), number);
             if (read != NumberRead::kRead || number > kMaxBridgeNumber)
                 return noId(Outcome::kOutOfRange);
-            return withId(kFirstBridgeRadioId - number);
+            return withId(kFirstBridgeRadioId + number);
     }
     return noId(Outcome::kNoNumber);
 }
@@ -208,10 +209,12 @@ void jsonCfgPlus::buildInterfaceConfig(json_object* interfaces,
         std::string name;
         if (!jsonCfgObj::getJsonStrValue("name", item, name)) continue;
         std::string type = stringMember(item, "type");
-        if (type == "radio") {
-            buildRadioInterface(item, name, build);
-        } else if (name == "bluetooth1") {
+        // The IoT radio is known by its name alone: declared as a radio it is still no Wi-Fi
+        // radio, and has no number to read.
+        if (name == "bluetooth1") {
             buildBluetoothInterface(item, build);
+        } else if (type == "radio") {
+            buildRadioInterface(item, name, build);
         } else if (type == "uwb") {
             trace("process UWB: ", name);
             walk(item, "uwb", kNone, kNone, global);

@@ -79,17 +79,20 @@ class JCP_EXPORT jsonCfgPlus {
     void buildMeshpointConfig(json_object* bssMap, radio_entry& radio,
                               json_object* profileMeshpointDevices,
                               json_object* deviceMeshpointDevices);
-    // Inserts by ascending id, or merges into the radio with the same id (WLANs included,
-    // meshpoints not). newRadio is moved from.
-    static void mergeRadioCfgElements(std::vector<radio_entry>& radios, radio_entry& newRadio);
-    // Merges into the service with the same radio and SSID id, or appends; newVns is moved
-    // from.
-    static void mergeVnsCfgElement(std::vector<vns_entry>& services, vns_entry& newVns);
+    // Inserts a copy by ascending id, or merges copies into the radio with the same id (WLANs
+    // included, meshpoints not).
+    static void mergeRadioCfgElements(std::vector<radio_entry>& radios,
+                                      const radio_entry& newRadio);
+    // Merges a copy into the service with the same radio and SSID id, or appends a copy.
+    static void mergeVnsCfgElement(std::vector<vns_entry>& services, const vns_entry& newVns);
     static bool isWiredPortInterface(const std::string& name);
     static bool isBridgePortInterface(const std::string& name);
 
     // The interfaces the build turns into a radio entry, as it tells them apart.
     enum class RadioIdKind { kRadio, kIotRadio, kWiredPort, kBridgePort };
+    static constexpr int kIotRadioId = JSONCFGPLUS_IOT_RADIO_INDEX + 1;
+    static constexpr int kFirstReservedRadioId = kIotRadioId;
+    static constexpr int kFirstBridgeRadioId = JSONCFGPLUS_BRIDGE_RADIO_INDEX(0) + 1;
     // The radio id an interface's name gives, or why the build skips the interface.
     struct RadioId {
         enum class Outcome { kId, kNoNumber, kTooLarge, kOutOfRange };
@@ -97,9 +100,11 @@ class JCP_EXPORT jsonCfgPlus {
         int id;  // meaningful with kId only
     };
     // A radio's number is read after the first five characters of its name, leading zeros
-    // and all: N from 0 to INT_MAX is id N; kNoNumber without a digit there, kTooLarge past
-    // INT_MAX. The IoT radio is -1. Wired "pN" is N + 3 for N from 1 to INT_MAX - 3, bridge
-    // "brN" is -2 - N for N from 0 to INT_MAX - 2; any other port number is kOutOfRange.
+    // and all: N from 0 to kFirstReservedRadioId - 1 is id N; kNoNumber without a digit there,
+    // kTooLarge above. Wired "pN" is N + 3 for N from 1 to kFirstReservedRadioId - 4. The
+    // reserved ids from kFirstReservedRadioId up belong to the IoT radio and to bridge "brN"
+    // (kFirstBridgeRadioId + N, for N up to INT_MAX - kFirstBridgeRadioId); any other port
+    // number is kOutOfRange. The ids are the header's radio indexes plus one.
     static RadioId radioIdOf(RadioIdKind kind, const std::string& name);
 
     // Element-side dump of the global list, the radios, their services and meshpoints.

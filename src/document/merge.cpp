@@ -60,9 +60,26 @@ void vnsMerger::merge(vns_entry&& service) {
     for (cfgElement& element : service.elements) slot.elements->add(std::move(element), true);
 }
 
+void mergeRadio(std::vector<radio_entry>& radios, radio_entry&& radio) {
+    for (auto it = radios.begin(); it != radios.end(); ++it) {
+        if (it->id > radio.id) {
+            radios.insert(it, std::move(radio));
+            return;
+        }
+        if (it->id == radio.id) {
+            cfgElementIndex elements(it->elements);
+            for (cfgElement& element : radio.elements) elements.add(std::move(element), true);
+            vnsMerger wlans(it->wlans);
+            for (vns_entry& wlan : radio.wlans) wlans.merge(std::move(wlan));
+            return;
+        }
+    }
+    radios.push_back(std::move(radio));
+}
+
 void mergeRadios(std::vector<radio_entry>& radios, std::vector<radio_entry>&& built) {
     if (!strictlyAscending(radios)) {
-        for (radio_entry& radio : built) jsonCfgPlus::mergeRadioCfgElements(radios, radio);
+        for (radio_entry& radio : built) mergeRadio(radios, std::move(radio));
         return;
     }
     // Builds of one id in their own order; a stable sort keeps which came first.

@@ -34,6 +34,9 @@ class vnsMerger {
     std::unordered_map<uint64_t, Slot> m_byId;
 };
 
+// jsonCfgPlus::mergeRadioCfgElements without the copy: radio is moved from.
+void mergeRadio(std::vector<radio_entry>& radios, radio_entry&& radio);
+
 // Merges the radios one after another as jsonCfgPlus::mergeRadioCfgElements would, in linear
 // time when radios is sorted by id without repeats (as the merges keep it).
 void mergeRadios(std::vector<radio_entry>& radios, std::vector<radio_entry>&& built);

@@ -19,7 +19,7 @@ struct JCP_EXPORT vns_entry {
 };
 
 struct JCP_EXPORT radio_entry {
-    int id = 0;  // "radioN" is N, "pN" is N + 3; the IoT radio and bridge ports are negative
+    int id = 0;  // "radioN" is N, "pN" is N + 3; the IoT radio and bridge ports above those
     std::string name;
     std::list<cfgElement> elements;
     std::vector<vns_entry> wlans;

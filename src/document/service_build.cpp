@@ -156,23 +156,11 @@ void jsonCfgPlus::buildMeshpoints(json_object* bssMap, radio_entry& radio,
     }
 }
 
-void jsonCfgPlus::mergeRadioCfgElements(std::vector<radio_entry>& radios, radio_entry& newRadio) {
-    for (auto it = radios.begin(); it != radios.end(); ++it) {
-        if (it->id > newRadio.id) {
-            radios.insert(it, std::move(newRadio));
-            return;
-        }
-        if (it->id == newRadio.id) {
-            cfgElementIndex elements(it->elements);
-            for (cfgElement& element : newRadio.elements) elements.add(std::move(element), true);
-            jcp::vnsMerger wlans(it->wlans);
-            for (vns_entry& wlan : newRadio.wlans) wlans.merge(std::move(wlan));
-            return;
-        }
-    }
-    radios.push_back(std::move(newRadio));
+void jsonCfgPlus::mergeRadioCfgElements(std::vector<radio_entry>& radios,
+                                        const radio_entry& newRadio) {
+    jcp::mergeRadio(radios, radio_entry(newRadio));
 }
 
-void jsonCfgPlus::mergeVnsCfgElement(std::vector<vns_entry>& services, vns_entry& newVns) {
-    jcp::vnsMerger(services).merge(std::move(newVns));
+void jsonCfgPlus::mergeVnsCfgElement(std::vector<vns_entry>& services, const vns_entry& newVns) {
+    jcp::vnsMerger(services).merge(vns_entry(newVns));
 }
