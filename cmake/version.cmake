@@ -1,6 +1,8 @@
 # jcp_read_version(HEADER VAR): VAR becomes "MAJOR.MINOR.PATCH" as the header's macros give it.
 # A version string that disagrees with the three numbers stops the configure step.
 function(jcp_read_version header var)
+  # A new version in the header reconfigures the build.
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${header})
   file(STRINGS ${header} lines REGEX "^#define JSONCFGPLUS_VERSION_")
   foreach(part MAJOR MINOR PATCH)
     string(REGEX MATCH "JSONCFGPLUS_VERSION_${part} ([0-9]+)" found "${lines}")
