@@ -150,6 +150,8 @@ TEST(Tool, ManualPageCoversEveryCommandAndOptionOfTheHelp) {
     const std::string help = runTool("--help").out;
     const std::string man = testsupport::readFile(JCP_MAN_PAGE);
     ASSERT_FALSE(man.empty());
+    EXPECT_NE(man.find("\"jsoncfgplus " JSONCFGPLUS_VERSION_STRING "\""), std::string::npos)
+        << "the page's title line names another version";
     // Commands are the help's two-space-indented names; in the page each heads a ".B" line.
     std::vector<std::string> commands;
     static const std::regex kCommand(R"(\n  ([a-z][a-z-]*) )");
