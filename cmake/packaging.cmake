@@ -18,9 +18,24 @@ execute_process(COMMAND gzip -9nc ${PROJECT_BINARY_DIR}/deb/changelog
   OUTPUT_FILE ${PROJECT_BINARY_DIR}/deb/changelog.Debian.gz COMMAND_ERROR_IS_FATAL ANY)
 foreach(component runtime dev tool)
   string(TOUPPER ${component} upper)
+  set(package ${JCP_DEB_${upper}})
   install(FILES ${CMAKE_CURRENT_LIST_DIR}/deb/copyright ${PROJECT_BINARY_DIR}/deb/changelog.Debian.gz
-    DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${JCP_DEB_${upper}} COMPONENT ${component})
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${package} COMPONENT ${component})
+  # Each override names its reason on the line above it.
+  install(FILES ${CMAKE_CURRENT_LIST_DIR}/deb/${package}.lintian-overrides
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides RENAME ${package} COMPONENT ${component})
 endforeach()
+
+# Debian ships binaries without the compiler's notes, and static libraries without debugging
+# sections; CPack has stripped the shared library and the tool by the time this runs.
+function(jcp_deb_strip component file)
+  install(CODE "execute_process(COMMAND ${CMAKE_STRIP} ${ARGN} --remove-section=.comment
+    --remove-section=.note \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${file}\"
+    COMMAND_ERROR_IS_FATAL ANY)" COMPONENT ${component})
+endfunction()
+jcp_deb_strip(dev ${CMAKE_INSTALL_LIBDIR}/libjsoncfgplus.a --strip-debug)
+jcp_deb_strip(runtime ${CMAKE_INSTALL_LIBDIR}/libjsoncfgplus.so.${PROJECT_VERSION} --strip-unneeded)
+jcp_deb_strip(tool ${CMAKE_INSTALL_BINDIR}/jsoncfgplus --strip-all)
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME jsoncfgplus)
@@ -48,9 +63,15 @@ configuration daemon consumes.")
 # A shlibs file makes the packages of programs built against the library depend on it.
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
-# The ldconfig trigger registers the library; CPack's own ldconfig calls stay as well.
+# The ldconfig trigger registers the library, so the package needs no maintainer scripts:
+# the ones CPack writes to call ldconfig are taken out again after the build.
 file(WRITE ${PROJECT_BINARY_DIR}/deb/triggers "activate-noawait ldconfig\n")
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${PROJECT_BINARY_DIR}/deb/triggers)
+# The symbols file (regenerated with `make deb-symbols`) lets dependent packages ask for the
+# version that brought the symbols they use.
+configure_file(${CMAKE_CURRENT_LIST_DIR}/deb/libjsoncfgplus1.symbols deb/symbols COPYONLY)
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA
+  ${PROJECT_BINARY_DIR}/deb/triggers ${PROJECT_BINARY_DIR}/deb/symbols)
+set(CPACK_POST_BUILD_SCRIPTS ${CMAKE_CURRENT_LIST_DIR}/deb/drop-ldconfig-scripts.cmake)
 
 set(CPACK_DEBIAN_DEV_PACKAGE_NAME ${JCP_DEB_DEV})
 set(CPACK_DEBIAN_DEV_PACKAGE_SECTION libdevel)

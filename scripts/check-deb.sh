@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Checks the Debian packages that `make deb` built: each one's control data and contents as
-# dpkg-deb reads them, then lintian, which must report no errors.
+# dpkg-deb reads them, the symbols file against the library, then lintian, which must report
+# no error and no warning (information tags shown too; overrides carry their reasons).
 # Usage: scripts/check-deb.sh BUILD_DIR
 set -euo pipefail
 dir=$1
@@ -35,6 +36,7 @@ check_package libjsoncfgplus1 \
     "^ Package: libjsoncfgplus1$" "^ Section: libs$" \
     "^ Depends: .*libjson-c[0-9]" "^ Depends: .*libhiredis[0-9.]+" "^ Depends: .*libtinyxml2-[0-9]+" \
     "^ +[0-9]+ bytes, +[0-9]+ lines +shlibs" "^ +[0-9]+ bytes, +[0-9]+ lines +triggers" \
+    "^ +[0-9]+ bytes, +[0-9]+ lines +symbols" \
     " \./$lib/libjsoncfgplus\.so\.1\.0\.0$" " \./$lib/libjsoncfgplus\.so\.1 -> libjsoncfgplus\.so\.1\.0\.0$" \
     " \./usr/share/doc/libjsoncfgplus1/copyright$"
 check_package libjsoncfgplus-dev \
@@ -46,7 +48,7 @@ check_package libjsoncfgplus-dev \
 check_package jsoncfgplus \
     "^ Package: jsoncfgplus$" "^ Section: utils$" \
     "^ Depends: .*libjson-c[0-9]" "^ Depends: .*libhiredis[0-9.]+" "^ Depends: .*libtinyxml2-[0-9]+" \
-    " \./usr/bin/jsoncfgplus$"
+    " \./usr/bin/jsoncfgplus$" " \./usr/share/man/man1/jsoncfgplus\.1\.gz$"
 
 # The runtime package must hold no development file, nor the tool's package a library.
 dpkg-deb --contents "$dir"/libjsoncfgplus1_*.deb | grep -Eq '\.(h|a|pc)$|\.so$|cmake' &&
@@ -54,11 +56,16 @@ dpkg-deb --contents "$dir"/libjsoncfgplus1_*.deb | grep -Eq '\.(h|a|pc)$|\.so$|c
 dpkg-deb --contents "$dir"/jsoncfgplus_*.deb | grep -q '\.so' &&
     fail "jsoncfgplus holds a library"
 
-if ! lintian --fail-on error "$dir"/*.deb; then
-    fail "lintian reports errors"
+# The trigger registers the library: no maintainer script may call ldconfig again.
+dpkg-deb --info "$dir"/libjsoncfgplus1_*.deb | grep -Eq ' (postinst|postrm)$' &&
+    fail "libjsoncfgplus1 has maintainer scripts"
+scripts/deb-symbols.sh --check "$dir"/libjsoncfgplus.so.*.*.* || fail "the symbols file is stale"
+
+if ! lintian --display-info --fail-on error,warning "$dir"/*.deb; then
+    fail "lintian reports errors or warnings"
 fi
 if [ "$failures" -ne 0 ]; then
     echo "check-deb: $failures failure(s)" >&2
     exit 1
 fi
-echo "check-deb: three packages, no lintian error"
+echo "check-deb: three packages, no lintian error or warning"

@@ -1,11 +1,13 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build and the tests need, and nothing when all are present.
-# Usage: scripts/install-deps.sh [m32|armhf|deb|fuzz|docs]
+# Usage: scripts/install-deps.sh [m32|armhf|deb|fuzz|docs|abi|coverage]
 #   m32    adds the i386 libraries of the 32-bit check build
 #   armhf  adds the ARM cross compiler, the armhf libraries and qemu to run the tests under
 #   deb    adds what building and checking the Debian packages needs
 #   fuzz   adds clang and its libFuzzer runtime
 #   docs   adds Doxygen for the API reference
+#   abi    adds libabigail's abidw and abidiff (the ABI baseline and its check)
+#   coverage adds gcovr (line coverage of the library)
 set -u
 
 packages=(cmake make g++ pkg-config libjson-c-dev libhiredis-dev libtinyxml2-dev
@@ -30,6 +32,12 @@ if [ "${1:-}" = "fuzz" ]; then
 fi
 if [ "${1:-}" = "docs" ]; then
     packages+=(doxygen)
+fi
+if [ "${1:-}" = "abi" ]; then
+    packages+=(abigail-tools)
+fi
+if [ "${1:-}" = "coverage" ]; then
+    packages+=(gcovr)
 fi
 
 native=$(dpkg --print-architecture)

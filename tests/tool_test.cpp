@@ -4,9 +4,13 @@
 #include <json-c/json.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <map>
 #include <memory>
+#include <regex>
+#include <set>
 
+#include "api/version.h"
 #include "test_support.h"
 
 namespace {
@@ -110,6 +114,90 @@ TEST(Tool, HelpOnEveryCommand) {
         EXPECT_EQ(run.out.rfind(std::string("usage: jsoncfgplus ") + command, 0), 0u) << command;
     }
     EXPECT_EQ(runTool("--help").status, 0);
+}
+
+TEST(Tool, VersionIsTheHeadersAndTheSonamesMajor) {
+    ToolRun run = runTool("--version");
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.out, "jsoncfgplus " JSONCFGPLUS_VERSION_STRING "\n");
+    EXPECT_EQ(std::to_string(JSONCFGPLUS_VERSION_MAJOR) + "." +
+                  std::to_string(JSONCFGPLUS_VERSION_MINOR) + "." +
+                  std::to_string(JSONCFGPLUS_VERSION_PATCH),
+              JSONCFGPLUS_VERSION_STRING);
+    std::string dynamic;
+    FILE* pipe = popen((std::string("readelf -d ") + JCP_SHARED_LIBRARY).c_str(), "r");
+    ASSERT_NE(pipe, nullptr);
+    char buffer[4096];
+    while (size_t n = std::fread(buffer, 1, sizeof buffer, pipe)) dynamic.append(buffer, n);
+    pclose(pipe);
+    EXPECT_NE(dynamic.find("[libjsoncfgplus.so." + std::to_string(JSONCFGPLUS_VERSION_MAJOR) + "]"),
+              std::string::npos)
+        << dynamic;
+}
+
+// Options as "--name" tokens; the manual page writes them with escaped hyphens.
+std::set<std::string> optionsIn(const std::string& text) {
+    std::string plain = std::regex_replace(text, std::regex(R"(\\-)"), "-");
+    std::set<std::string> options;
+    static const std::regex kOption("--[a-z][a-z-]*");
+    for (auto it = std::sregex_iterator(plain.begin(), plain.end(), kOption);
+         it != std::sregex_iterator(); ++it)
+        options.insert(it->str());
+    return options;
+}
+
+TEST(Tool, ManualPageCoversEveryCommandAndOptionOfTheHelp) {
+    const std::string help = runTool("--help").out;
+    const std::string man = testsupport::readFile(JCP_MAN_PAGE);
+    ASSERT_FALSE(man.empty());
+    EXPECT_NE(man.find("\"jsoncfgplus " JSONCFGPLUS_VERSION_STRING "\""), std::string::npos)
+        << "the page's title line names another version";
+    // Commands are the help's two-space-indented names; in the page each heads a ".B" line.
+    std::vector<std::string> commands;
+    static const std::regex kCommand(R"(\n  ([a-z][a-z-]*) )");
+    for (auto it = std::sregex_iterator(help.begin(), help.end(), kCommand);
+         it != std::sregex_iterator(); ++it)
+        commands.push_back((*it)[1]);
+    ASSERT_GE(commands.size(), 10u) << help;
+    std::vector<size_t> starts;
+    for (const std::string& command : commands) {
+        std::string heading = "\n.B " + std::regex_replace(command, std::regex("-"), "\\-") + " ";
+        size_t at = man.find(heading);
+        EXPECT_NE(at, std::string::npos) << "no section for " << command;
+        starts.push_back(at == std::string::npos ? 0 : at);
+    }
+    // Each command's own options are described in its section.
+    for (size_t i = 0; i < commands.size(); ++i) {
+        size_t end = man.find("\n.SH", starts[i]);
+        for (size_t j = 0; j < starts.size(); ++j)
+            if (starts[j] > starts[i]) end = std::min(end, starts[j]);
+        std::string section = man.substr(starts[i], end - starts[i]);
+        for (const std::string& option : optionsIn(runTool(commands[i] + " --help").out))
+            EXPECT_EQ(optionsIn(section).count(option), 1u) << commands[i] << " " << option;
+    }
+    // Nothing the tool no longer has.
+    EXPECT_EQ(optionsIn(man), optionsIn(help));
+}
+
+TEST(Tool, SummaryCountsWhatTheApGetsAndShowsTheWarnings) {
+    const std::string document = R"({"device": {"name": "ap", "interface": [
+        {"name": "radio1", "type": "radio", "wlanbssmap": [{"bss": 1, "wlan": "corp"},
+                                                           {"bss": 3, "wlan": "guest"}]},
+        {"name": "radio2", "type": "radio", "wlanbssmap": [{"bss": 2, "wlan": "corp"}]},
+        {"name": "radioX", "type": "radio"}]},
+        "wlan": [{"name": "corp", "ssid": "Corp", "cen_ssid_id": 1},
+                 {"name": "guest", "ssid": "Guest", "cen_ssid_id": 2}]})";
+    ToolRun run = runTool("summary -", document);
+    ASSERT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(run.out.rfind("-: built\n", 0), 0u) << run.out;
+    for (const char* line :
+         {"\n  radios:          2: radio 0, radio 1\n", "\n  WLAN services:   3 in ",
+          " slots: radio 0: 2, radio 1: 1,", "\n  meshpoints:      0\n",
+          "\n  warnings:        1\n    [WARN] radio without a radio "})
+        EXPECT_NE(run.out.find(line), std::string::npos) << line << " in\n" << run.out;
+    // The library's progress lines stay out of the summary.
+    EXPECT_EQ(run.out.find("parseJsonCfgPlus"), std::string::npos) << run.out;
+    EXPECT_EQ(runTool("summary -", "{\"device\": 1").status, 1);
 }
 
 TEST(LintTool, VerdictsAndTheJsonReport) {

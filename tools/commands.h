@@ -14,6 +14,7 @@ struct Command {
 };
 
 int runDump(int argc, char** argv);
+int runSummary(int argc, char** argv);
 int runValidate(int argc, char** argv);
 int runReqId(int argc, char** argv);
 int runCheck(int argc, char** argv);

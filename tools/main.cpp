@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "api/version.h"
 #include "args.h"
 #include "commands.h"
 
@@ -15,6 +16,9 @@ const tool::Command kCommands[] = {
      "FILE [--no-convert] [--trace] [--save] [--save-backup] [--json] [--signature-dir DIR] "
      "[--icon-dir DIR]",
      "build a document and print every entry handed to the daemon", tool::runDump},
+    {"summary", "FILE [--signature-dir DIR]",
+     "build a document and print its radios, WLAN services, meshpoints, records and warnings",
+     tool::runSummary},
     {"lint", "FILE [--json] [--signature-dir DIR]",
      "report every problem of a document; exit 1 when there is an error", tool::runLint},
     {"diff", "OLD NEW [--json] [--icon-dir DIR]",
@@ -33,7 +37,8 @@ const tool::Command kCommands[] = {
 };
 
 void printUsage(FILE* out) {
-    std::fprintf(out, "usage: jsoncfgplus <command> [options]   (FILE may be - for stdin)\n\n");
+    std::fprintf(out, "usage: jsoncfgplus <command> [options]   (FILE may be - for stdin)\n");
+    std::fprintf(out, "       jsoncfgplus <command> --help | --help | --version\n\n");
     for (const tool::Command& c : kCommands)
         std::fprintf(out, "  %-13s %s\n  %-13s   %s\n", c.name, c.usage, "", c.summary);
 }
@@ -58,6 +63,10 @@ int main(int argc, char** argv) {
     if (argc < 2 || std::strcmp(argv[1], "--help") == 0 || std::strcmp(argv[1], "-h") == 0) {
         printUsage(argc < 2 ? stderr : stdout);
         return argc < 2 ? 2 : 0;
+    }
+    if (std::strcmp(argv[1], "--version") == 0) {
+        std::printf("jsoncfgplus %s\n", JSONCFGPLUS_VERSION_STRING);
+        return 0;
     }
     for (const tool::Command& c : kCommands) {
         if (std::strcmp(argv[1], c.name) != 0) continue;

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Installs a built tree into a temporary prefix, moves it (the installed files must not depend
 # on where they were put), then builds and runs the consumer programs against it, once through
-# pkg-config and once through find_package(jsoncfgplus).
+# pkg-config and once through find_package(jsoncfgplus), the static library from a C-only
+# project too, and a daemon with a MACAddr of its own whose member the library must not call.
 # Usage: tests/consumer/check.sh BUILD_DIR
 set -euo pipefail
 build=$(cd "$1" && pwd)
@@ -18,11 +19,15 @@ libdir=$(dirname "$pcdir")
 echo "consumer: pkg-config from $pcdir"
 export PKG_CONFIG_PATH="$pcdir"
 cc -std=c11 -Wall -Werror "$here/consumer.c" -o "$work/pc_c" \
+    -DJCP_PACKAGE_VERSION="\"$(pkg-config --modversion jsoncfgplus)\"" \
     $(pkg-config --cflags --libs jsoncfgplus)
 c++ -std=c++17 -Wall -Werror "$here/consumer.cpp" -o "$work/pc_cpp" \
     $(pkg-config --cflags --libs jsoncfgplus)
 LD_LIBRARY_PATH="$libdir" "$work/pc_c" >/dev/null
 LD_LIBRARY_PATH="$libdir" "$work/pc_cpp"
+c++ -std=c++17 -Wall -Werror -rdynamic "$here/interposer.cpp" -o "$work/interposer" \
+    $(pkg-config --cflags --libs jsoncfgplus)
+LD_LIBRARY_PATH="$libdir" "$work/interposer" "$here/../../examples/ap-config.json"
 
 echo "consumer: find_package(jsoncfgplus) from $prefix"
 unset PKG_CONFIG_PATH
@@ -30,4 +35,10 @@ cmake -S "$here" -B "$work/cm" -DCMAKE_PREFIX_PATH="$prefix" >/dev/null
 cmake --build "$work/cm" >/dev/null
 "$work/cm/consumer_c" >/dev/null
 "$work/cm/consumer_cpp"
-echo "consumer: the C and C++ programs built and ran, through pkg-config and find_package"
+
+echo "consumer: the static library from a C-only project"
+cmake -S "$here/c-only" -B "$work/c-only" -DCMAKE_PREFIX_PATH="$prefix" >/dev/null
+cmake --build "$work/c-only" >/dev/null
+"$work/c-only/consumer_c_static" >/dev/null
+echo "consumer: the C and C++ programs built and ran, through pkg-config and find_package," \
+    "the static library from C alone, the library's calls its own"

@@ -1,14 +1,25 @@
 /* A daemon built against an installed jsoncfgplus: the documented include line, the C entries,
- * one document through the conversion pipeline. */
+ * one document through the conversion pipeline, and the version its package announced
+ * (JCP_PACKAGE_VERSION, from pkg-config or the CMake package) against the installed header's. */
 #include <jsoncfgplus/api/jsoncfgplus.h>
+#include <jsoncfgplus/api/version.h>
 #include <stdio.h>
 #include <string.h>
+
+#ifndef JCP_PACKAGE_VERSION
+#error "build with -DJCP_PACKAGE_VERSION=\"<the package's version>\""
+#endif
 
 static const char kDocument[] =
     "{\"device\":{\"name\":\"ap1\",\"profile_name\":\"prof\",\"hostname\":\"lobby-ap\"},"
     "\"profile\":[{\"name\":\"prof\",\"ntp\":[\"a\",\"bc\"]}]}";
 
 int main(void) {
+    if (strcmp(JCP_PACKAGE_VERSION, JSONCFGPLUS_VERSION_STRING) != 0) {
+        fprintf(stderr, "consumer.c: the package says %s, the header %s\n", JCP_PACKAGE_VERSION,
+                JSONCFGPLUS_VERSION_STRING);
+        return 1;
+    }
     apiCfgPlusResult* r = parseJsonCfgPlus(kDocument, (unsigned int)strlen(kDocument),
                                            jsonCfgPlusParserCallback, 0, 0, 0);
     if (r == NULL) {
