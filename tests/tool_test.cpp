@@ -147,6 +147,67 @@ TEST(DiffTool, NothingAddedRemovedAndUnbuildable) {
     EXPECT_EQ(runTool("diff " + dir.file("bad.json") + " " + dir.file("new.json")).status, 2);
 }
 
+// The example with one text replaced, for documents that differ from it in one place.
+std::string exampleWith(const std::string& from, const std::string& to) {
+    std::string doc = testsupport::readFile(kExample);
+    size_t at = doc.find(from);
+    if (at == std::string::npos) ADD_FAILURE() << from << " is not in the example";
+    if (at != std::string::npos) doc.replace(at, from.size(), to);
+    return doc;
+}
+
+// A document that does not build is trouble (exit 2), not a difference: one line naming the
+// file and the reason the library printed last, whichever side it is on.
+TEST(DiffTool, UnbuiltDocumentNamedWithTheLibrarysReason) {
+    struct Row {
+        const char* what;
+        std::string doc;
+        std::string reason;
+    } rows[] = {
+        {"conversion throws", exampleWith("\"36,40,44,48\"", "\"36,forty,44\""),
+         "[ERR] jsonCfgPlusParserCallback: not a decimal number: \"forty\""},
+        {"invalid rule", exampleWith("\"00-de-ad-be-ef-00\"", "\"00-de-ad-be-ef-zz\""),
+         "MAC address in the MAC ACL is not valid: 00-de-ad-be-ef-zz"},
+        {"no device", R"({"wlan": []})", "[ERR] not found mandatory device."},
+        {"truncated", R"({"device": {)", "Error: "},
+    };
+    testsupport::TempDir dir;
+    const std::string bad = dir.file("bad.json");
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.what);
+        testsupport::writeFile(bad, row.doc);
+        for (const std::string& args :
+             {"diff " + bad + " " + kExample, "diff " + kExample + " " + bad}) {
+            ToolRun run = runTool(args);
+            EXPECT_EQ(run.status, 2);
+            EXPECT_EQ(run.out, "");
+            EXPECT_EQ(
+                run.err.rfind("jsoncfgplus diff: " + bad + " was not built: " + row.reason, 0), 0u)
+                << run.err;
+            EXPECT_EQ(std::count(run.err.begin(), run.err.end(), '\n'), 1) << run.err;
+        }
+    }
+}
+
+// Non-finite numbers equal themselves, so a document compared with itself is unchanged; an
+// infinity of the other sign is a change.
+TEST(DiffTool, NonFiniteNumbersEqualThemselves) {
+    testsupport::TempDir dir;
+    for (const char* value : {"NaN", "Infinity", "-Infinity", "-0.0"}) {
+        SCOPED_TRACE(value);
+        testsupport::writeFile(dir.file("a.json"),
+                               exampleWith("\"power\": 17", std::string("\"power\": ") + value));
+        ToolRun same = runTool("diff " + dir.file("a.json") + " " + dir.file("a.json"));
+        EXPECT_EQ(same.status, 0) << same.out;
+        EXPECT_EQ(same.out, "");
+    }
+    testsupport::writeFile(dir.file("b.json"), exampleWith("\"power\": 17", "\"power\": Infinity"));
+    ToolRun other = runTool("diff " + dir.file("a.json") + " " + dir.file("b.json"));
+    EXPECT_EQ(other.status, 1);
+    EXPECT_NE(other.out.find("changed radio[1]: power: -0.0 -> Infinity"), std::string::npos)
+        << other.out;
+}
+
 TEST(DumpJson, EntriesAndRecordsFieldByField) {
     ToolRun run = runTool("dump --json " + kExample);
     ASSERT_EQ(run.status, 0);

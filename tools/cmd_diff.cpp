@@ -3,13 +3,16 @@
 #include <json-c/json.h>
 
 #include <cstdio>
+#include <exception>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
 #include "args.h"
 #include "commands.h"
+#include "json_equal.h"
 #include "json_out.h"
+#include "library_lines.h"
 
 namespace tool {
 
@@ -148,7 +151,7 @@ class Differ {
         json_object* oldValue = member(before, "value");
         json_object* newValue = member(after, "value");
         int kind = intMember(before, "kind");
-        if (json_object_equal(before, after)) return;
+        if (sameJson(before, after)) return;
         if (kind != intMember(after, "kind")) {
             add("changed", where, path, oldValue, newValue);
         } else if (kind == CFG_OBJECT || kind == CFG_OBJ_ARRAY) {
@@ -162,7 +165,7 @@ class Differ {
     // Records field by field, lists item by item, anything else as a whole.
     void compareValues(const std::string& where, const std::string& path, json_object* before,
                        json_object* after) {
-        if (json_object_equal(before, after)) return;
+        if (sameJson(before, after)) return;
         if (json_object_is_type(before, json_type_object) &&
             json_object_is_type(after, json_type_object)) {
             json_object_object_foreach(before, key, oldField) {
@@ -233,22 +236,6 @@ void printJson(const std::vector<Change>& changes) {
     printJsonDocument(report.get());
 }
 
-// The last line the library printed about a failure, for a one-line error.
-std::string failureReason(const std::string& libraryOutput) {
-    std::string reason;
-    size_t start = 0;
-    while (start < libraryOutput.size()) {
-        size_t end = libraryOutput.find('\n', start);
-        if (end == std::string::npos) end = libraryOutput.size();
-        std::string line = libraryOutput.substr(start, end - start);
-        if (line.compare(0, 4, "[ERR") == 0 || line.compare(0, 5, "Redis") == 0 ||
-            line.compare(0, 10, "retrieving") == 0)
-            reason = line;
-        start = end + 1;
-    }
-    return reason.empty() ? "see the document's syntax" : reason;
-}
-
 }  // namespace
 
 int runDiff(int argc, char** argv) {
@@ -256,11 +243,20 @@ int runDiff(int argc, char** argv) {
     const std::vector<std::string>& files = args.positionals(2);
     JsonPtr built[2];
     for (int i = 0; i < 2; ++i) {
+        std::string text = readInput(files[i]);
         std::string libraryOutput;
-        built[i] = buildToJson(readInput(files[i]), libraryOutput);
-        if (built[i] == nullptr) {
+        try {
+            built[i] = buildToJson(text, libraryOutput);
+        } catch (const std::exception& e) {
+            // A build that throws did not build either: diff(1)'s trouble, not a difference.
             std::fprintf(stderr, "jsoncfgplus diff: %s was not built: %s\n", files[i].c_str(),
-                         failureReason(libraryOutput).c_str());
+                         e.what());
+            return kNotBuilt;
+        }
+        if (built[i] == nullptr) {
+            std::string reason = failureReason(libraryOutput);
+            std::fprintf(stderr, "jsoncfgplus diff: %s was not built: %s\n", files[i].c_str(),
+                         reason.empty() ? "the library printed no reason" : reason.c_str());
             return kNotBuilt;
         }
     }
