@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <map>
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "test_support.h"
 
@@ -206,6 +208,98 @@ TEST(DiffTool, NonFiniteNumbersEqualThemselves) {
     EXPECT_EQ(other.status, 1);
     EXPECT_NE(other.out.find("changed radio[1]: power: -0.0 -> Infinity"), std::string::npos)
         << other.out;
+}
+
+std::vector<std::string> linesOf(const std::string& text) {
+    std::vector<std::string> lines;
+    for (size_t start = 0, end; start < text.size(); start = end + 1) {
+        end = text.find('\n', start);
+        if (end == std::string::npos) end = text.size();
+        lines.push_back(text.substr(start, end - start));
+    }
+    return lines;
+}
+
+// Each edit a person makes to the example is told in one line per place the AP receives it
+// (the corp WLAN sits on two radios: the document's rule list and the rule records on each);
+// each expected text starts its line, or is the whole of it.
+TEST(DiffTool, RulesAndSlotsMatchedAsAPersonReadsThem) {
+    const std::string acl = "radio[0]/vns[0]: ";
+    struct Row {
+        const char* old;
+        const char* changed;
+        std::vector<std::string> lines;  // radio[0]'s lines; radio[1]'s follow alike
+    } rows[] = {
+        {nullptr,
+         "rules_swapped.json",
+         {"reordered " + acl + "ip_in_acl/ip_rules: items in another order"}},
+        {nullptr,
+         "rule_inserted.json",
+         {"inserted " + acl +
+              "ip_in_acl/ip_rules[3]: "
+              "{\"precedence\":50,\"allow\":\"deny\",\"dip\":\"10.66.0.0/16\"",
+          "inserted " + acl + "cen_filter_rules: {\"precedence\":50,\"r_ipaddr\":\"10.66.0.0\""}},
+        {nullptr,
+         "mac_rule_removed.json",
+         {"removed " + acl + "mac_in_acl/mac_rules[1]: {\"precedence\":20,",
+          "removed " + acl +
+              "cen_filter_rules: {\"precedence\":20,\"r_mac\":\"00:DE:AD:00:00:00\""}},
+        {nullptr,
+         "rule_moved.json",
+         {"moved " + acl + "ip_in_acl/ip_rules[2]: {\"precedence\":40,",
+          "moved " + acl + "cen_filter_rules: {\"precedence\":40,\"r_ipaddr\":\"10.99.0.10\""}},
+        {nullptr,
+         "rule_action_changed.json",
+         {"changed " + acl + "ip_in_acl/ip_rules[3].allow: \"deny\" -> \"allow\"",
+          "changed " + acl + "cen_filter_rules: {\"precedence\":90,"}},
+        {"equal_precedence.json",
+         "equal_precedence_swapped.json",
+         {"reordered " + acl + "mac_in_acl/mac_rules: items in another order",
+          "reordered " + acl +
+              "cen_filter_rules: rules of equal precedence in another order, which the AP may "
+              "apply differently"}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.changed);
+        std::string old =
+            row.old == nullptr ? kExample : testsupport::dataPath(std::string("diff/") + row.old);
+        ToolRun run = runTool("diff " + old + " " +
+                              testsupport::dataPath(std::string("diff/") + row.changed));
+        EXPECT_EQ(run.status, 1) << run.err;
+        std::vector<std::string> lines = linesOf(run.out);
+        ASSERT_EQ(lines.size(), 2 * row.lines.size()) << run.out;
+        for (size_t i = 0; i < lines.size(); ++i) {
+            std::string expected = row.lines[i % row.lines.size()];
+            if (i >= row.lines.size()) expected.replace(expected.find("radio[0]"), 8, "radio[1]");
+            EXPECT_EQ(lines[i].rfind(expected, 0), 0u) << lines[i];
+        }
+    }
+    // Moves and precedence changes end in what changed; a moved WLAN is one line.
+    ToolRun moved =
+        runTool("diff " + kExample + " " + testsupport::dataPath("diff/rule_moved.json"));
+    EXPECT_EQ(linesOf(moved.out)[1].substr(linesOf(moved.out)[1].rfind("}: ")),
+              "}: precedence: 40 -> 95");
+    ToolRun slot =
+        runTool("diff " + kExample + " " + testsupport::dataPath("diff/wlan_moved.json"));
+    EXPECT_EQ(slot.out, "moved radio[1]/vns[2] -> radio[1]/vns[3]: name: \"guest\"\n");
+    slot =
+        runTool("diff " + kExample + " " + testsupport::dataPath("diff/wlan_to_other_radio.json"));
+    EXPECT_EQ(slot.out, "moved radio[1]/vns[1] -> radio[0]/vns[2]: name: \"hotspot\"\n");
+    slot = runTool("diff --json " + kExample + " " + testsupport::dataPath("diff/wlan_moved.json"));
+    Json report(json_tokener_parse(slot.out.c_str()));
+    json_object* change = item(at(report.get(), "changes"), 0);
+    EXPECT_EQ(text(at(change, "where")), "radio[1]/vns[2]");
+    EXPECT_EQ(text(at(change, "to")), "radio[1]/vns[3]");
+
+    // --verbose keeps every field at its position.
+    ToolRun verbose = runTool("diff --verbose " + kExample + " " +
+                              testsupport::dataPath("diff/rules_swapped.json"));
+    EXPECT_EQ(linesOf(verbose.out).size(), 32u);
+    EXPECT_EQ(linesOf(verbose.out)[0],
+              "changed " + acl + "ip_in_acl/ip_rules[0].precedence: 5 -> 10");
+    verbose =
+        runTool("diff --verbose " + kExample + " " + testsupport::dataPath("diff/wlan_moved.json"));
+    EXPECT_EQ(linesOf(verbose.out).size(), 98u);
 }
 
 TEST(DumpJson, EntriesAndRecordsFieldByField) {
