@@ -302,6 +302,43 @@ TEST(DiffTool, RulesAndSlotsMatchedAsAPersonReadsThem) {
     EXPECT_EQ(linesOf(verbose.out).size(), 98u);
 }
 
+// Every line the library prints while building stays in the JSON dump, its tag read as the
+// severity; separators, which say nothing, do not.
+TEST(DumpJson, KeepsTheLibrarysDiagnostics) {
+    ToolRun run = runTool("dump --json -", R"({"profile": [{"name": "p"}],
+        "device": {"profile_name": "nope", "interface": [{"name": "radio1", "type": "radio",
+            "wlanbssmap": [{"bss": 1, "wlan": "w"}]}]},
+        "wlan": [{"name": "w", "ssid": "x"}]})");
+    ASSERT_EQ(run.status, 0) << run.err;
+    Json dump(json_tokener_parse(run.out.c_str()));
+    std::vector<std::pair<std::string, std::string>> diagnostics;
+    json_object* list = at(dump.get(), "diagnostics");
+    for (size_t i = 0; i < json_object_array_length(list); ++i)
+        diagnostics.emplace_back(text(at(item(list, i), "severity")),
+                                 text(at(item(list, i), "text")));
+    const std::vector<std::pair<std::string, std::string>> expected = {
+        {"note", "parseJsonCfgPlus starts..."},       {"note", "JSON-Q+: buildConfig()..."},
+        {"note", "build top level look-up table..."}, {"note", " request-id=0"},
+        {"info", "device: profile not resolved"},     {"info", "management policy not resolved."},
+        {"info", "device: rf_domain not resolved"},   {"error", "cen_ssid_id is not specified."},
+        {"note", "JSON-Q+: freeJsonCfgPlus done."},
+    };
+    EXPECT_EQ(diagnostics, expected);
+
+    // The example without its signature files: each rule's warning, as often as printed.
+    run = runTool("dump --json " + kExample);
+    dump.reset(json_tokener_parse(run.out.c_str()));
+    list = at(dump.get(), "diagnostics");
+    int warnings = 0;
+    for (size_t i = 0; i < json_object_array_length(list); ++i) {
+        if (text(at(item(list, i), "severity")) != "warning") continue;
+        ++warnings;
+        EXPECT_EQ(text(at(item(list, i), "text")).rfind("application policy: no signature for ", 0),
+                  0u);
+    }
+    EXPECT_EQ(warnings, 4);
+}
+
 TEST(DumpJson, EntriesAndRecordsFieldByField) {
     ToolRun run = runTool("dump --json " + kExample);
     ASSERT_EQ(run.status, 0);
