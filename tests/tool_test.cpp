@@ -37,6 +37,16 @@ std::string text(json_object* o) {
 
 const std::string kExample = JCP_EXAMPLES_DIR "/ap-config.json";
 
+std::vector<std::string> linesOf(const std::string& text) {
+    std::vector<std::string> lines;
+    for (size_t start = 0, end; start < text.size(); start = end + 1) {
+        end = text.find('\n', start);
+        if (end == std::string::npos) end = text.size();
+        lines.push_back(text.substr(start, end - start));
+    }
+    return lines;
+}
+
 TEST(Tool, ReadsStandardInput) {
     ToolRun run = runTool("reqid -", R"({"request-id": 31})");
     EXPECT_EQ(run.status, 0);
@@ -130,6 +140,72 @@ TEST(LintTool, VerdictsAndTheJsonReport) {
     EXPECT_EQ(json_object_get_int(at(report.get(), "errors")), 1);
 }
 
+// What json-c takes but strict JSON parsers refuse: one warning each, at its line and column
+// and the pointer of the member it concerns; lines for anything else lint says are left out.
+TEST(LintTool, StrictJsonWarningsWithPositions) {
+    const std::string device = R"("device": {"hostname": "x"})";
+    struct Row {
+        const char* what;
+        std::string text;
+        std::vector<std::string> lines;
+    } rows[] = {
+        {"strict", "{" + device + ", \"a\": [1, \"\\u00e9\", {\"b\": null}]}", {}},
+        {"duplicate key",
+         "{" + device + ",\n  \"led\": 1,\n  \"led\": 2}",
+         {"-:3:3: warning: /led: duplicate key \"led\" (first at line 2, column 3); the AP keeps "
+          "only the last value given for it"}},
+        {"nested duplicate, trailing commas",
+         "{" + device + ", \"a\": [{\"b\": 1, \"b\": 2,}, 3,]}",
+         {"-:1:46: warning: /a/0/b: duplicate key \"b\" (first at line 1, column 38); the AP "
+          "keeps only the last value given for it",
+          "-:1:52: warning: /a/0: a comma before '}'; json-c ignores it, strict JSON refuses it",
+          "-:1:57: warning: /a: a comma before ']'; json-c ignores it, strict JSON refuses it"}},
+        {"non-finite numbers",
+         "{" + device + ", \"p\": NaN, \"q\": [-Infinity]}",
+         {"-:1:36: warning: /p: NaN is not a JSON number; json-c reads it as a double, strict "
+          "JSON refuses it",
+          "-:1:47: warning: /q/0: -Infinity is not a JSON number; json-c reads it as a double, "
+          "strict JSON refuses it"}},
+        {"comments",
+         "// head\n{" + device + " /* tail */}",
+         {"-:1:1: warning: (document): a comment; json-c skips it, but strict JSON has no "
+          "comments",
+          "-:2:30: warning: (document): a comment; json-c skips it, but strict JSON has no "
+          "comments"}},
+        {"single quotes",
+         "{" + device + ", 'k': 'v'}",
+         {"-:1:31: warning: /k: a string in single quotes; strict JSON needs double quotes",
+          "-:1:36: warning: /k: a string in single quotes; strict JSON needs double quotes"}},
+        {"literal case",
+         "{" + device + ", \"t\": True}",
+         {"-:1:36: warning: /t: True is read as true by json-c; strict JSON knows only true"}},
+        {"invalid UTF-8, told once",
+         "{" + device + ", \"s\": \"\xC3\x28\", \"u\": \"\xED\xA0\x80\"}",
+         {"-:1:37: warning: /s: invalid UTF-8 (byte 0xC3); json-c passes the bytes on as they "
+          "are, strict JSON refuses them"}},
+        {"byte-order mark",
+         "\xEF\xBB\xBF{" + device + "}",
+         {"-:1:1: error: (document): a byte-order mark starts the text; json-c refuses it, so "
+          "the AP refuses the document"}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.what);
+        ToolRun run = runTool("lint -", row.text);
+        std::vector<std::string> positioned;
+        for (const std::string& line : linesOf(run.out)) {
+            if (line.rfind("-:", 0) == 0) positioned.push_back(line);
+        }
+        EXPECT_EQ(positioned, row.lines) << run.out;
+    }
+    // The JSON report carries the same positions.
+    ToolRun json = runTool("lint --json -", "{" + device + ",\n \"led\": 1, \"led\": 2}");
+    Json report(json_tokener_parse(json.out.c_str()));
+    json_object* problem = item(at(report.get(), "problems"), 0);
+    EXPECT_EQ(text(at(problem, "pointer")), "/led");
+    EXPECT_EQ(json_object_get_int(at(problem, "line")), 2);
+    EXPECT_EQ(json_object_get_int(at(problem, "column")), 12);
+}
+
 TEST(DiffTool, NothingAddedRemovedAndUnbuildable) {
     ToolRun same = runTool("diff " + kExample + " " + kExample);
     EXPECT_EQ(same.status, 0);
@@ -208,16 +284,6 @@ TEST(DiffTool, NonFiniteNumbersEqualThemselves) {
     EXPECT_EQ(other.status, 1);
     EXPECT_NE(other.out.find("changed radio[1]: power: -0.0 -> Infinity"), std::string::npos)
         << other.out;
-}
-
-std::vector<std::string> linesOf(const std::string& text) {
-    std::vector<std::string> lines;
-    for (size_t start = 0, end; start < text.size(); start = end + 1) {
-        end = text.find('\n', start);
-        if (end == std::string::npos) end = text.size();
-        lines.push_back(text.substr(start, end - start));
-    }
-    return lines;
 }
 
 // Each edit a person makes to the example is told in one line per place the AP receives it
@@ -326,7 +392,8 @@ TEST(DumpJson, KeepsTheLibrarysDiagnostics) {
     EXPECT_EQ(diagnostics, expected);
 
     // The example without its signature files: each rule's warning, as often as printed.
-    run = runTool("dump --json " + kExample);
+    // From the project directory, where the example's icon paths lead.
+    run = runTool("dump --json " + kExample, "", JCP_EXAMPLES_DIR "/..");
     dump.reset(json_tokener_parse(run.out.c_str()));
     list = at(dump.get(), "diagnostics");
     int warnings = 0;
