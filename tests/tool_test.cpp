@@ -265,6 +265,9 @@ TEST(DiffTool, UnbuiltDocumentNamedWithTheLibrarysReason) {
             EXPECT_EQ(std::count(run.err.begin(), run.err.end(), '\n'), 1) << run.err;
         }
     }
+    ToolRun unread = runTool("diff /nonexistent.json " + kExample);
+    EXPECT_EQ(unread.status, 2);
+    EXPECT_EQ(unread.err, "jsoncfgplus diff: cannot read /nonexistent.json\n");
 }
 
 // Non-finite numbers equal themselves, so a document compared with itself is unchanged; an

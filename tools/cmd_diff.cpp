@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <exception>
 #include <functional>
+#include <stdexcept>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -24,7 +25,7 @@ namespace tool {
 
 namespace {
 
-// The exit status when a document cannot be built, as diff(1) reports trouble.
+// The exit status when a document cannot be read or built, as diff(1) reports trouble.
 constexpr int kNotBuilt = 2;
 
 class Differ {
@@ -462,7 +463,14 @@ int runDiff(int argc, char** argv) {
     const std::vector<std::string>& files = args.positionals(2);
     JsonPtr built[2];
     for (int i = 0; i < 2; ++i) {
-        std::string text = readInput(files[i]);
+        std::string text;
+        try {
+            text = readInput(files[i]);
+        } catch (const std::runtime_error& e) {
+            // A file that cannot be read is trouble as well, as for diff(1).
+            std::fprintf(stderr, "jsoncfgplus diff: %s\n", e.what());
+            return kNotBuilt;
+        }
         std::string libraryOutput;
         try {
             built[i] = buildToJson(text, libraryOutput);
