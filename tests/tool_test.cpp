@@ -176,6 +176,18 @@ TEST(LintTool, StrictJsonWarningsWithPositions) {
          "{" + device + ", 'k': 'v'}",
          {"-:1:31: warning: /k: a string in single quotes; strict JSON needs double quotes",
           "-:1:36: warning: /k: a string in single quotes; strict JSON needs double quotes"}},
+        {"numbers json-c alone reads",
+         "{" + device + ", \"n\": [010, -00.5, 1., 0, -0.5, 1e5]}",
+         {"-:1:37: warning: /n/0: 010 has a leading zero; json-c reads it as a decimal number, "
+          "strict JSON refuses it",
+          "-:1:42: warning: /n/1: -00.5 has a leading zero; json-c reads it as a decimal number, "
+          "strict JSON refuses it",
+          "-:1:49: warning: /n/2: 1. has no digit after its '.'; json-c takes it, strict JSON "
+          "refuses it"}},
+        {"control characters, once per string",
+         "{" + device + ", \"c\": \"a\tb\tc\", \"d\": \"\\t\"}",
+         {"-:1:38: warning: /c: a control character (0x09) in a string; json-c keeps it, strict "
+          "JSON needs it escaped"}},
         {"literal case",
          "{" + device + ", \"t\": True}",
          {"-:1:36: warning: /t: True is read as true by json-c; strict JSON knows only true"}},

@@ -117,6 +117,7 @@ class Scanner {
         if (quote == '\'' && tellQuotes) singleQuoted(start, pointer);
         ++m_at;
         std::string text;
+        bool controlTold = false;  // once per string: a pasted block would give many
         while (!atEnd() && peek() != quote) {
             if (peek() == '\\' && m_at + 1 < m_text.size()) {
                 char escaped = m_text[m_at + 1];
@@ -127,6 +128,14 @@ class Scanner {
                 m_at += 2;
                 continue;
             }
+            if (static_cast<unsigned char>(peek()) < 0x20 && !controlTold) {
+                char hex[8];
+                std::snprintf(hex, sizeof hex, "0x%02X", static_cast<unsigned char>(peek()));
+                warn(m_at, pointer,
+                     std::string("a control character (") + hex +
+                         ") in a string; json-c keeps it, strict JSON needs it escaped");
+                controlTold = true;
+            }
             text += peek();
             ++m_at;
         }
@@ -135,8 +144,8 @@ class Scanner {
         return text;
     }
 
-    // A number or a literal: NaN, Infinity and literals in another case are what json-c
-    // alone takes.
+    // A number or a literal: NaN, Infinity, literals in another case, leading zeros and a bare
+    // '.' are what json-c alone takes.
     void literal(const std::string& pointer) {
         size_t start = m_at;
         while (!atEnd() && (std::isalnum(static_cast<unsigned char>(peek())) != 0 ||
@@ -155,6 +164,21 @@ class Scanner {
         } else if ((lower == "true" || lower == "false" || lower == "null") && token != lower) {
             warn(start, pointer,
                  token + " is read as " + lower + " by json-c; strict JSON knows only " + lower);
+        } else if (unsigned_.size() > 1 && unsigned_[0] == '0' &&
+                   std::isdigit(static_cast<unsigned char>(unsigned_[1])) != 0) {
+            warn(start, pointer,
+                 token +
+                     " has a leading zero; json-c reads it as a decimal number, strict "
+                     "JSON refuses it");
+        } else {
+            size_t dot = token.find('.');
+            if (dot != std::string::npos &&
+                (dot + 1 == token.size() ||
+                 std::isdigit(static_cast<unsigned char>(token[dot + 1])) == 0))
+                warn(start, pointer,
+                     token +
+                         " has no digit after its '.'; json-c takes it, strict JSON "
+                         "refuses it");
         }
         if (m_at == start) ++m_at;  // never stall on a byte nothing else takes
     }

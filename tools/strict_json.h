@@ -1,6 +1,7 @@
 // What json-c accepts but a strict JSON parser refuses, found in the document's text: duplicate
 // keys, NaN and Infinity, a comma before a closing bracket, comments, single quotes, literals in
-// another case, and invalid UTF-8. The AP takes such a document as json-c reads it; an editor,
+// another case, numbers with a leading zero or a bare '.', unescaped control characters in
+// strings, and invalid UTF-8. The AP takes such a document as json-c reads it; an editor,
 // a validator or another tool may not, so each is a warning with its line and column.
 #ifndef JSONCFGPLUS_TOOLS_STRICT_JSON_H
 #define JSONCFGPLUS_TOOLS_STRICT_JSON_H
