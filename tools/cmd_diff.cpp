@@ -125,13 +125,18 @@ class Differ {
         std::unordered_map<std::string, std::string> movedTo;  // old place -> new place
         std::unordered_map<std::string, bool> movedInto;
         if (!m_verbose && *label != '\0') {
+            // Where each occupant is now, so each slot looks only at its occupant's places.
+            std::unordered_map<std::string, std::vector<std::string>> placesOf;
+            for (const auto& [place, candidate] : newLists) {
+                if (occupant(candidate) != nullptr)
+                    placesOf[compactJson(occupant(candidate))].push_back(place);
+            }
             for (const auto& [where, list] : oldLists) {
                 if (occupant(list) == nullptr || sameOccupant(list, at(newByWhere, where)))
                     continue;
-                for (const auto& [place, candidate] : newLists) {
+                for (const std::string& place : placesOf[compactJson(occupant(list))]) {
                     if (place == where || movedInto.count(place) != 0 ||
-                        !sameOccupant(list, candidate) ||
-                        sameOccupant(candidate, at(oldByWhere, place)))
+                        sameOccupant(at(newByWhere, place), at(oldByWhere, place)))
                         continue;
                     movedTo[where] = place;
                     movedInto[place] = true;
