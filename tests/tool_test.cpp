@@ -366,6 +366,18 @@ TEST(DiffTool, RulesAndSlotsMatchedAsAPersonReadsThem) {
     slot =
         runTool("diff " + kExample + " " + testsupport::dataPath("diff/wlan_to_other_radio.json"));
     EXPECT_EQ(slot.out, "moved radio[1]/vns[1] -> radio[0]/vns[2]: name: \"hotspot\"\n");
+    // Two WLANs that trade slots: each is one line.
+    testsupport::TempDir dir;
+    testsupport::writeFile(
+        dir.file("swapped.json"),
+        exampleWith("{ \"bss\": 1, \"wlan\": \"corp\" },\n            { \"bss\": 2, "
+                    "\"wlan\": \"guest\" }\n          ] },",
+                    "{ \"bss\": 2, \"wlan\": \"corp\" },\n            { \"bss\": 1, "
+                    "\"wlan\": \"guest\" }\n          ] },"));
+    slot = runTool("diff " + kExample + " " + dir.file("swapped.json"));
+    EXPECT_EQ(slot.out,
+              "moved radio[0]/vns[0] -> radio[0]/vns[1]: name: \"corp\"\n"
+              "moved radio[0]/vns[1] -> radio[0]/vns[0]: name: \"guest\"\n");
     slot = runTool("diff --json " + kExample + " " + testsupport::dataPath("diff/wlan_moved.json"));
     Json report(json_tokener_parse(slot.out.c_str()));
     json_object* change = item(at(report.get(), "changes"), 0);
