@@ -9,6 +9,8 @@
 #include <memory>
 #include <regex>
 #include <set>
+#include <string>
+#include <vector>
 
 #include "api/version.h"
 #include "test_support.h"
@@ -38,6 +40,16 @@ std::string text(json_object* o) {
 }
 
 const std::string kExample = JCP_EXAMPLES_DIR "/ap-config.json";
+
+std::vector<std::string> linesOf(const std::string& text) {
+    std::vector<std::string> lines;
+    for (size_t start = 0, end; start < text.size(); start = end + 1) {
+        end = text.find('\n', start);
+        if (end == std::string::npos) end = text.size();
+        lines.push_back(text.substr(start, end - start));
+    }
+    return lines;
+}
 
 TEST(Tool, ReadsStandardInput) {
     ToolRun run = runTool("reqid -", R"({"request-id": 31})");
@@ -216,6 +228,84 @@ TEST(LintTool, VerdictsAndTheJsonReport) {
     EXPECT_EQ(json_object_get_int(at(report.get(), "errors")), 1);
 }
 
+// What json-c takes but strict JSON parsers refuse: one warning each, at its line and column
+// and the pointer of the member it concerns; lines for anything else lint says are left out.
+TEST(LintTool, StrictJsonWarningsWithPositions) {
+    const std::string device = R"("device": {"hostname": "x"})";
+    struct Row {
+        const char* what;
+        std::string text;
+        std::vector<std::string> lines;
+    } rows[] = {
+        {"strict", "{" + device + ", \"a\": [1, \"\\u00e9\", {\"b\": null}]}", {}},
+        {"duplicate key",
+         "{" + device + ",\n  \"led\": 1,\n  \"led\": 2}",
+         {"-:3:3: warning: /led: duplicate key \"led\" (first at line 2, column 3); the AP keeps "
+          "only the last value given for it"}},
+        {"nested duplicate, trailing commas",
+         "{" + device + ", \"a\": [{\"b\": 1, \"b\": 2,}, 3,]}",
+         {"-:1:46: warning: /a/0/b: duplicate key \"b\" (first at line 1, column 38); the AP "
+          "keeps only the last value given for it",
+          "-:1:52: warning: /a/0: a comma before '}'; json-c ignores it, strict JSON refuses it",
+          "-:1:57: warning: /a: a comma before ']'; json-c ignores it, strict JSON refuses it"}},
+        {"non-finite numbers",
+         "{" + device + ", \"p\": NaN, \"q\": [-Infinity]}",
+         {"-:1:36: warning: /p: NaN is not a JSON number; json-c reads it as a double, strict "
+          "JSON refuses it",
+          "-:1:47: warning: /q/0: -Infinity is not a JSON number; json-c reads it as a double, "
+          "strict JSON refuses it"}},
+        {"comments",
+         "// head\n{" + device + " /* tail */}",
+         {"-:1:1: warning: (document): a comment; json-c skips it, but strict JSON has no "
+          "comments",
+          "-:2:30: warning: (document): a comment; json-c skips it, but strict JSON has no "
+          "comments"}},
+        {"single quotes",
+         "{" + device + ", 'k': 'v'}",
+         {"-:1:31: warning: /k: a string in single quotes; strict JSON needs double quotes",
+          "-:1:36: warning: /k: a string in single quotes; strict JSON needs double quotes"}},
+        {"numbers json-c alone reads",
+         "{" + device + ", \"n\": [010, -00.5, 1., 0, -0.5, 1e5]}",
+         {"-:1:37: warning: /n/0: 010 has a leading zero; json-c reads it as a decimal number, "
+          "strict JSON refuses it",
+          "-:1:42: warning: /n/1: -00.5 has a leading zero; json-c reads it as a decimal number, "
+          "strict JSON refuses it",
+          "-:1:49: warning: /n/2: 1. has no digit after its '.'; json-c takes it, strict JSON "
+          "refuses it"}},
+        {"control characters, once per string",
+         "{" + device + ", \"c\": \"a\tb\tc\", \"d\": \"\\t\"}",
+         {"-:1:38: warning: /c: a control character (0x09) in a string; json-c keeps it, strict "
+          "JSON needs it escaped"}},
+        {"literal case",
+         "{" + device + ", \"t\": True}",
+         {"-:1:36: warning: /t: True is read as true by json-c; strict JSON knows only true"}},
+        {"invalid UTF-8, told once",
+         "{" + device + ", \"s\": \"\xC3\x28\", \"u\": \"\xED\xA0\x80\"}",
+         {"-:1:37: warning: /s: invalid UTF-8 (byte 0xC3); json-c passes the bytes on as they "
+          "are, strict JSON refuses them"}},
+        {"byte-order mark",
+         "\xEF\xBB\xBF{" + device + "}",
+         {"-:1:1: error: (document): a byte-order mark starts the text; json-c refuses it, so "
+          "the AP refuses the document"}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.what);
+        ToolRun run = runTool("lint -", row.text);
+        std::vector<std::string> positioned;
+        for (const std::string& line : linesOf(run.out)) {
+            if (line.rfind("-:", 0) == 0) positioned.push_back(line);
+        }
+        EXPECT_EQ(positioned, row.lines) << run.out;
+    }
+    // The JSON report carries the same positions.
+    ToolRun json = runTool("lint --json -", "{" + device + ",\n \"led\": 1, \"led\": 2}");
+    Json report(json_tokener_parse(json.out.c_str()));
+    json_object* problem = item(at(report.get(), "problems"), 0);
+    EXPECT_EQ(text(at(problem, "pointer")), "/led");
+    EXPECT_EQ(json_object_get_int(at(problem, "line")), 2);
+    EXPECT_EQ(json_object_get_int(at(problem, "column")), 12);
+}
+
 TEST(DiffTool, NothingAddedRemovedAndUnbuildable) {
     ToolRun same = runTool("diff " + kExample + " " + kExample);
     EXPECT_EQ(same.status, 0);
@@ -233,6 +323,202 @@ TEST(DiffTool, NothingAddedRemovedAndUnbuildable) {
                  R"({"change":"added","where":"global","path":"mode","new":"x"}]})");
     testsupport::writeFile(dir.file("bad.json"), R"({"wlan": []})");
     EXPECT_EQ(runTool("diff " + dir.file("bad.json") + " " + dir.file("new.json")).status, 2);
+}
+
+// The example with one text replaced, for documents that differ from it in one place.
+std::string exampleWith(const std::string& from, const std::string& to) {
+    std::string doc = testsupport::readFile(kExample);
+    size_t at = doc.find(from);
+    if (at == std::string::npos) ADD_FAILURE() << from << " is not in the example";
+    if (at != std::string::npos) doc.replace(at, from.size(), to);
+    return doc;
+}
+
+// A document that does not build is trouble (exit 2), not a difference: one line naming the
+// file and the reason the library printed last, whichever side it is on.
+TEST(DiffTool, UnbuiltDocumentNamedWithTheLibrarysReason) {
+    struct Row {
+        const char* what;
+        std::string doc;
+        std::string reason;
+    } rows[] = {
+        {"conversion throws", exampleWith("\"36,40,44,48\"", "\"36,forty,44\""),
+         "[ERR] jsonCfgPlusParserCallback: not a decimal number: \"forty\""},
+        {"invalid rule", exampleWith("\"00-de-ad-be-ef-00\"", "\"00-de-ad-be-ef-zz\""),
+         "MAC address in the MAC ACL is not valid: 00-de-ad-be-ef-zz"},
+        {"no device", R"({"wlan": []})", "[ERR] not found mandatory device."},
+        {"truncated", R"({"device": {)", "Error: "},
+    };
+    testsupport::TempDir dir;
+    const std::string bad = dir.file("bad.json");
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.what);
+        testsupport::writeFile(bad, row.doc);
+        for (const std::string& args :
+             {"diff " + bad + " " + kExample, "diff " + kExample + " " + bad}) {
+            ToolRun run = runTool(args);
+            EXPECT_EQ(run.status, 2);
+            EXPECT_EQ(run.out, "");
+            EXPECT_EQ(
+                run.err.rfind("jsoncfgplus diff: " + bad + " was not built: " + row.reason, 0), 0u)
+                << run.err;
+            EXPECT_EQ(std::count(run.err.begin(), run.err.end(), '\n'), 1) << run.err;
+        }
+    }
+    ToolRun unread = runTool("diff /nonexistent.json " + kExample);
+    EXPECT_EQ(unread.status, 2);
+    EXPECT_EQ(unread.err, "jsoncfgplus diff: cannot read /nonexistent.json\n");
+}
+
+// Non-finite numbers equal themselves, so a document compared with itself is unchanged; an
+// infinity of the other sign is a change.
+TEST(DiffTool, NonFiniteNumbersEqualThemselves) {
+    testsupport::TempDir dir;
+    for (const char* value : {"NaN", "Infinity", "-Infinity", "-0.0"}) {
+        SCOPED_TRACE(value);
+        testsupport::writeFile(dir.file("a.json"),
+                               exampleWith("\"power\": 17", std::string("\"power\": ") + value));
+        ToolRun same = runTool("diff " + dir.file("a.json") + " " + dir.file("a.json"));
+        EXPECT_EQ(same.status, 0) << same.out;
+        EXPECT_EQ(same.out, "");
+    }
+    testsupport::writeFile(dir.file("b.json"), exampleWith("\"power\": 17", "\"power\": Infinity"));
+    ToolRun other = runTool("diff " + dir.file("a.json") + " " + dir.file("b.json"));
+    EXPECT_EQ(other.status, 1);
+    EXPECT_NE(other.out.find("changed radio[1]: power: -0.0 -> Infinity"), std::string::npos)
+        << other.out;
+}
+
+// Each edit a person makes to the example is told in one line per place the AP receives it
+// (the corp WLAN sits on two radios: the document's rule list and the rule records on each);
+// each expected text starts its line, or is the whole of it.
+TEST(DiffTool, RulesAndSlotsMatchedAsAPersonReadsThem) {
+    const std::string acl = "radio[0]/vns[0]: ";
+    struct Row {
+        const char* old;
+        const char* changed;
+        std::vector<std::string> lines;  // radio[0]'s lines; radio[1]'s follow alike
+    } rows[] = {
+        {nullptr,
+         "rules_swapped.json",
+         {"reordered " + acl + "ip_in_acl/ip_rules: items in another order"}},
+        {nullptr,
+         "rule_inserted.json",
+         {"inserted " + acl +
+              "ip_in_acl/ip_rules[3]: "
+              "{\"precedence\":50,\"allow\":\"deny\",\"dip\":\"10.66.0.0/16\"",
+          "inserted " + acl + "cen_filter_rules: {\"precedence\":50,\"r_ipaddr\":\"10.66.0.0\""}},
+        {nullptr,
+         "mac_rule_removed.json",
+         {"removed " + acl + "mac_in_acl/mac_rules[1]: {\"precedence\":20,",
+          "removed " + acl +
+              "cen_filter_rules: {\"precedence\":20,\"r_mac\":\"00:DE:AD:00:00:00\""}},
+        {nullptr,
+         "rule_moved.json",
+         {"moved " + acl + "ip_in_acl/ip_rules[2]: {\"precedence\":40,",
+          "moved " + acl + "cen_filter_rules: {\"precedence\":40,\"r_ipaddr\":\"10.99.0.10\""}},
+        {nullptr,
+         "rule_action_changed.json",
+         {"changed " + acl + "ip_in_acl/ip_rules[3].allow: \"deny\" -> \"allow\"",
+          "changed " + acl + "cen_filter_rules: {\"precedence\":90,"}},
+        {"equal_precedence.json",
+         "equal_precedence_swapped.json",
+         {"reordered " + acl + "mac_in_acl/mac_rules: items in another order",
+          "reordered " + acl +
+              "cen_filter_rules: rules of equal precedence in another order, which the AP may "
+              "apply differently"}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.changed);
+        std::string old =
+            row.old == nullptr ? kExample : testsupport::dataPath(std::string("diff/") + row.old);
+        ToolRun run = runTool("diff " + old + " " +
+                              testsupport::dataPath(std::string("diff/") + row.changed));
+        EXPECT_EQ(run.status, 1) << run.err;
+        std::vector<std::string> lines = linesOf(run.out);
+        ASSERT_EQ(lines.size(), 2 * row.lines.size()) << run.out;
+        for (size_t i = 0; i < lines.size(); ++i) {
+            std::string expected = row.lines[i % row.lines.size()];
+            if (i >= row.lines.size()) expected.replace(expected.find("radio[0]"), 8, "radio[1]");
+            EXPECT_EQ(lines[i].rfind(expected, 0), 0u) << lines[i];
+        }
+    }
+    // Moves and precedence changes end in what changed; a moved WLAN is one line.
+    ToolRun moved =
+        runTool("diff " + kExample + " " + testsupport::dataPath("diff/rule_moved.json"));
+    EXPECT_EQ(linesOf(moved.out)[1].substr(linesOf(moved.out)[1].rfind("}: ")),
+              "}: precedence: 40 -> 95");
+    ToolRun slot =
+        runTool("diff " + kExample + " " + testsupport::dataPath("diff/wlan_moved.json"));
+    EXPECT_EQ(slot.out, "moved radio[1]/vns[2] -> radio[1]/vns[3]: name: \"guest\"\n");
+    slot =
+        runTool("diff " + kExample + " " + testsupport::dataPath("diff/wlan_to_other_radio.json"));
+    EXPECT_EQ(slot.out, "moved radio[1]/vns[1] -> radio[0]/vns[2]: name: \"hotspot\"\n");
+    // Two WLANs that trade slots: each is one line.
+    testsupport::TempDir dir;
+    testsupport::writeFile(
+        dir.file("swapped.json"),
+        exampleWith("{ \"bss\": 1, \"wlan\": \"corp\" },\n            { \"bss\": 2, "
+                    "\"wlan\": \"guest\" }\n          ] },",
+                    "{ \"bss\": 2, \"wlan\": \"corp\" },\n            { \"bss\": 1, "
+                    "\"wlan\": \"guest\" }\n          ] },"));
+    slot = runTool("diff " + kExample + " " + dir.file("swapped.json"));
+    EXPECT_EQ(slot.out,
+              "moved radio[0]/vns[0] -> radio[0]/vns[1]: name: \"corp\"\n"
+              "moved radio[0]/vns[1] -> radio[0]/vns[0]: name: \"guest\"\n");
+    slot = runTool("diff --json " + kExample + " " + testsupport::dataPath("diff/wlan_moved.json"));
+    Json report(json_tokener_parse(slot.out.c_str()));
+    json_object* change = item(at(report.get(), "changes"), 0);
+    EXPECT_EQ(text(at(change, "where")), "radio[1]/vns[2]");
+    EXPECT_EQ(text(at(change, "to")), "radio[1]/vns[3]");
+
+    // --verbose keeps every field at its position.
+    ToolRun verbose = runTool("diff --verbose " + kExample + " " +
+                              testsupport::dataPath("diff/rules_swapped.json"));
+    EXPECT_EQ(linesOf(verbose.out).size(), 36u);
+    EXPECT_EQ(linesOf(verbose.out)[0],
+              "changed " + acl + "ip_in_acl/ip_rules[0].precedence: 5 -> 10");
+    verbose =
+        runTool("diff --verbose " + kExample + " " + testsupport::dataPath("diff/wlan_moved.json"));
+    EXPECT_EQ(linesOf(verbose.out).size(), 98u);
+}
+
+// Every line the library prints while building stays in the JSON dump, its tag read as the
+// severity; separators, which say nothing, do not.
+TEST(DumpJson, KeepsTheLibrarysDiagnostics) {
+    ToolRun run = runTool("dump --json -", R"({"profile": [{"name": "p"}],
+        "device": {"profile_name": "nope", "interface": [{"name": "radio1", "type": "radio",
+            "wlanbssmap": [{"bss": 1, "wlan": "w"}]}]},
+        "wlan": [{"name": "w", "ssid": "x"}]})");
+    ASSERT_EQ(run.status, 0) << run.err;
+    Json dump(json_tokener_parse(run.out.c_str()));
+    std::vector<std::pair<std::string, std::string>> diagnostics;
+    json_object* list = at(dump.get(), "diagnostics");
+    for (size_t i = 0; i < json_object_array_length(list); ++i)
+        diagnostics.emplace_back(text(at(item(list, i), "severity")),
+                                 text(at(item(list, i), "text")));
+    const std::vector<std::pair<std::string, std::string>> expected = {
+        {"note", "parseJsonCfgPlus starts..."},       {"note", "JSON-Q+: buildConfig()..."},
+        {"note", "build top level look-up table..."}, {"note", " request-id=0"},
+        {"info", "device: profile not resolved"},     {"info", "management policy not resolved."},
+        {"info", "device: rf_domain not resolved"},   {"error", "cen_ssid_id is not specified."},
+        {"note", "JSON-Q+: freeJsonCfgPlus done."},
+    };
+    EXPECT_EQ(diagnostics, expected);
+
+    // The example without its signature files: each rule's warning, as often as printed.
+    // With the example's icons, so that only the rules warn.
+    run = runTool("dump --json " + kExample + " --icon-dir " JCP_EXAMPLES_DIR "/icons");
+    dump.reset(json_tokener_parse(run.out.c_str()));
+    list = at(dump.get(), "diagnostics");
+    int warnings = 0;
+    for (size_t i = 0; i < json_object_array_length(list); ++i) {
+        if (text(at(item(list, i), "severity")) != "warning") continue;
+        ++warnings;
+        EXPECT_EQ(text(at(item(list, i), "text")).rfind("application policy: no signature for ", 0),
+                  0u);
+    }
+    EXPECT_EQ(warnings, 4);
 }
 
 TEST(DumpJson, EntriesAndRecordsFieldByField) {

@@ -9,6 +9,7 @@
 #include "convert/hotspot_icons.h"
 #include "document/json_cfg_plus.h"
 #include "json_out.h"
+#include "library_lines.h"
 #include "signature/signature_maps.h"
 
 namespace tool {
@@ -26,7 +27,8 @@ int leaveClockAlone(const struct timeval*, const struct timezone*) {
     return -1;
 }
 
-// The JSON form of the dump, with the full pipeline; the library's own lines are kept out of it.
+// The JSON form of the dump, with the full pipeline; the library's own lines are kept out of its
+// entries and given as "diagnostics".
 int dumpJson(const Args& args, const std::string& text) {
     if (args.has("no-convert") || args.has("trace") || args.has("save") || args.has("save-backup"))
         throw UsageError("--json takes no other option");
@@ -35,6 +37,16 @@ int dumpJson(const Args& args, const std::string& text) {
     if (json == nullptr) {
         std::fputs(libraryOutput.c_str(), stderr);
         throw std::runtime_error("the document was not built (the reason is printed above)");
+    }
+    // Every line the library printed, so a script sees each warning. Untagged lines stay too,
+    // as "note": some say why a value was refused ("MAC address ... is not valid").
+    json_object* diagnostics = json_object_new_array();
+    json_object_object_add(json.get(), "diagnostics", diagnostics);
+    for (const LibraryLine& line : libraryLines(libraryOutput)) {
+        json_object* item = json_object_new_object();
+        json_object_object_add(item, "severity", json_object_new_string(line.severity));
+        json_object_object_add(item, "text", json_object_new_string(line.text.c_str()));
+        json_object_array_add(diagnostics, item);
     }
     printJsonDocument(json.get());
     return 0;

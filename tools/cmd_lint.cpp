@@ -2,6 +2,7 @@
 #include <json-c/json.h>
 
 #include <cstdio>
+#include <string>
 
 #include "args.h"
 #include "commands.h"
@@ -16,8 +17,10 @@ const char* severityName(lint::Severity severity) {
     return severity == lint::Severity::Error ? "error" : "warning";
 }
 
-void printText(const lint::Findings& findings) {
+// A problem with a position leads with it as compilers do, so editors and CI jump to it.
+void printText(const std::string& file, const lint::Findings& findings) {
     for (const lint::Problem& p : findings.problems()) {
+        if (p.line > 0) std::printf("%s:%d:%d: ", file.c_str(), p.line, p.column);
         std::printf("%s: %s: %s\n", severityName(p.severity),
                     p.pointer.empty() ? "(document)" : p.pointer.c_str(), p.message.c_str());
     }
@@ -57,11 +60,12 @@ int runLint(int argc, char** argv) {
     Args args(argc, argv, {"json"}, {"signature-dir"});
     // Application rules are judged against the signatures the AP would have.
     useSignatureDir(args);
-    lint::Findings findings = lint::lintText(readInput(args.positionals(1)[0]));
+    const std::string& file = args.positionals(1)[0];
+    lint::Findings findings = lint::lintText(readInput(file));
     if (args.has("json")) {
         printJson(findings);
     } else {
-        printText(findings);
+        printText(file, findings);
     }
     return findings.count(lint::Severity::Error) == 0 ? 0 : 1;
 }

@@ -144,10 +144,11 @@ std::string summaryText(const std::string& file, const apiCfgPlusResult& r) {
 }  // namespace
 
 int runSummary(int argc, char** argv) {
-    Args args(argc, argv, {}, {"signature-dir"});
+    Args args(argc, argv, {}, {"signature-dir", "icon-dir"});
     const std::string file = args.positionals(1)[0];
     std::string text = readInput(file);
     useSignatureDir(args);
+    useIconDir(args);
     // The library's own lines are counted, not shown: they would bury the summary.
     StdoutCapture capture;
     apiCfgPlusResult* result = parseJsonCfgPlus(text.data(), static_cast<unsigned int>(text.size()),

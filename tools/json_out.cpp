@@ -136,7 +136,8 @@ JsonPtr resultToJson(const apiCfgPlusResult& result) {
 
 JsonPtr buildToJson(const std::string& text, std::string& libraryOutput) {
     JsonPtr json;
-    StdoutCapture capture;
+    // json-c's parse errors too, so a failure's reason is among the lines in printed order.
+    StdoutCapture capture(true);
     apiCfgPlusResult* result = parseJsonCfgPlus(text.data(), static_cast<unsigned int>(text.size()),
                                                 jsonCfgPlusParserCallback, 0, 0, 0);
     if (result != nullptr) {

@@ -24,7 +24,8 @@ void printJsonDocument(json_object* document);
 JsonPtr resultToJson(const apiCfgPlusResult& result);
 
 // Builds text with the full pipeline into its JSON form; the library's lines (its progress
-// and its reasons for a failure) go to libraryOutput instead of standard output. Null when the
+// and its reasons for a failure, with what it writes on standard error) go to libraryOutput
+// instead of the tool's output. Null when the
 // document was not built.
 JsonPtr buildToJson(const std::string& text, std::string& libraryOutput);
 

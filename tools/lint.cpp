@@ -6,6 +6,7 @@
 #include <climits>
 
 #include "lint_context.h"
+#include "strict_json.h"
 
 namespace lint {
 
@@ -71,26 +72,10 @@ std::string describeType(json_object* value) {
 
 namespace {
 
-// 1-based line and byte column of a position in the text.
-void positionOf(const std::string& text, size_t offset, int& line, int& column) {
-    offset = std::min(offset, text.size());
-    line = 1;
-    size_t lineStart = 0;
-    for (size_t i = 0; i < offset; ++i) {
-        if (text[i] == '\n') {
-            ++line;
-            lineStart = i + 1;
-        }
-    }
-    column = static_cast<int>(offset - lineStart) + 1;
-}
-
 void addSyntaxProblem(const std::string& text, size_t offset, Severity severity,
                       const std::string& what, Findings& out) {
-    Problem problem{severity, "", ""};
-    positionOf(text, offset, problem.line, problem.column);
-    problem.message = "line " + std::to_string(problem.line) + ", column " +
-                      std::to_string(problem.column) + ": " + what;
+    Problem problem{severity, "", what};
+    TextPositions(text).at(offset, problem.line, problem.column);
     out.add(std::move(problem));
 }
 
@@ -120,7 +105,12 @@ json_object* parseText(const std::string& text, Findings& out) {
     }
     if (error != json_tokener_success) {
         // The tokener stops on the offending character.
-        addSyntaxProblem(text, end, Severity::Error, json_tokener_error_desc(error), out);
+        bool byteOrderMark = end == 0 && text.compare(0, 3, "\xEF\xBB\xBF") == 0;
+        addSyntaxProblem(text, end, Severity::Error,
+                         byteOrderMark ? "a byte-order mark starts the text; json-c refuses it, "
+                                         "so the AP refuses the document"
+                                       : json_tokener_error_desc(error),
+                         out);
         if (root != nullptr) json_object_put(root);
         return nullptr;
     }
@@ -214,6 +204,7 @@ Findings lintText(const std::string& text) {
     Findings out;
     RootGuard guard{parseText(text, out)};
     if (out.count(Severity::Error) != 0) return out;
+    checkStrictJson(text, out);
     if (!isType(guard.root, json_type_object)) {
         out.error("", "the document is " + describeType(guard.root) +
                           ", not an object; the AP refuses it");

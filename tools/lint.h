@@ -18,7 +18,7 @@ struct Problem {
     Severity severity;
     std::string pointer;  // RFC 6901; "" is the whole document
     std::string message;
-    int line = 0;  // 1-based position in the text, for syntax problems only
+    int line = 0;  // 1-based position in the text, for syntax and strict JSON problems
     int column = 0;
 };
 

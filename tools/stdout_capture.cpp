@@ -7,15 +7,28 @@
 
 namespace tool {
 
-StdoutCapture::StdoutCapture() {
+StdoutCapture::StdoutCapture(bool withStandardError) {
     std::fflush(stdout);
+    std::fflush(stderr);
     m_file = std::tmpfile();
     if (m_file == nullptr) throw std::runtime_error("cannot create a temporary file");
     m_saved = dup(STDOUT_FILENO);
     if (m_saved < 0 || dup2(fileno(m_file), STDOUT_FILENO) < 0) {
         if (m_saved >= 0) close(m_saved);
+        m_saved = -1;
         std::fclose(m_file);
+        m_file = nullptr;
         throw std::runtime_error("cannot redirect standard output");
+    }
+    if (!withStandardError) return;
+    m_savedError = dup(STDERR_FILENO);
+    if (m_savedError < 0 || dup2(fileno(m_file), STDERR_FILENO) < 0) {
+        if (m_savedError >= 0) close(m_savedError);
+        m_savedError = -1;
+        restore();
+        std::fclose(m_file);
+        m_file = nullptr;
+        throw std::runtime_error("cannot redirect standard error");
     }
 }
 
@@ -32,6 +45,12 @@ size_t StdoutCapture::mark() {
 }
 
 void StdoutCapture::restore() {
+    if (m_savedError >= 0) {
+        std::fflush(stderr);
+        dup2(m_savedError, STDERR_FILENO);
+        close(m_savedError);
+        m_savedError = -1;
+    }
     if (m_saved < 0) return;
     std::fflush(stdout);
     dup2(m_saved, STDOUT_FILENO);
