@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Front door: every target installs missing dependencies first.
 JOBS ?= 2
 CMAKE_FLAGS ?=

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Document generators: plain string building, so the documents do not depend on the library.
 #include "doc_generator.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Generated JSON-Q+ documents for the benchmarks: a campus AP grown to a target size, and the
 // adversarial shapes that once made the build quadratic.
 #ifndef JSONCFGPLUS_BENCH_DOC_GENERATOR_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The least an output entry can cost with the element and entry formats as they are: each
 // element made once in its list with the walk's two path strings, converted into its entry
 // (a name copy and a value block) and released, with no lookups, converters or JSON at all.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Cost of the filter step per rule, on a WLAN whose MAC and IP ACLs hold n rules between them.
 #include <benchmark/benchmark.h>
 #include <unistd.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Interposes malloc and friends in the benchmark binary (never in the library) to follow the
 // heap's live and peak bytes; glibc's own allocator does the work.
 #include "heap_counter.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Live and peak heap bytes of the benchmark process, counted by its own malloc.
 #ifndef JSONCFGPLUS_BENCH_HEAP_COUNTER_H
 #define JSONCFGPLUS_BENCH_HEAP_COUNTER_H

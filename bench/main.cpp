@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The benchmark runner; "--emit=SHAPE:N" writes a generated document to standard output
 // instead (campus:BYTES, or an adversarial shape's name and its n).
 #include <benchmark/benchmark.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Cost of one configuration push: parse, build, convert and release, on the shipped example
 // and on documents that grow in the directions a manager's documents grow.
 #include <benchmark/benchmark.h>

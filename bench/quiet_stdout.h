@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Sends the library's milestone lines to /dev/null while a benchmark runs.
 #ifndef JSONCFGPLUS_BENCH_QUIET_STDOUT_H
 #define JSONCFGPLUS_BENCH_QUIET_STDOUT_H

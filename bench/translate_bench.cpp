@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The whole translation (parse, build, pipeline, entry arrays, release) of generated documents,
 // set against json-c's own parse of the same text in the same run, per output entry, and with
 // the heap's peak.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Cross build for the AP's 32-bit ARM (armhf): Debian's cross compiler and the armhf
 # multiarch packages of the dependencies; test programs run under qemu-user.
 set(CMAKE_SYSTEM_NAME Linux)

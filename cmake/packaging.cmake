@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Debian packages through CPack (`make deb`): the runtime library, the development files and
 # the tool, each a component of the install rules.
 option(JCP_PACKAGE_DEB "Install the Debian documentation files and configure the .deb build" OFF)

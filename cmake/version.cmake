@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # jcp_read_version(HEADER VAR): VAR becomes "MAJOR.MINOR.PATCH" as the header's macros give it.
 # A version string that disagrees with the three numbers stops the configure step.
 function(jcp_read_version header var)

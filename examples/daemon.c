@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* A configuration daemon's whole use of jsoncfgplus, in C: route the library's diagnostics,
  * translate a JSON-Q+ document, walk every entry array, decode fixed records through the C
  * header, release the result.

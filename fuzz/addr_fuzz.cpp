@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The address validators and the address types over any text: the first byte picks addrchk's
 // flags, the rest is the text.
 #include <cstddef>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The debug settings file with any content: loaded and shown through the exported entries,
 // never a crash. The file lives in a directory of the fuzzer's own.
 #include <unistd.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What every fuzz target replaces before its first input: no input may open a socket or move
 // the clock, whatever server or time it names.
 #ifndef JSONCFGPLUS_FUZZ_FUZZ_SEAMS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The entries that read a document without building it: its request id, and the serial check
 // that would set the clock (replaced here).
 #include <cstddef>

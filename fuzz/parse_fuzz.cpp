@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Any bytes a manager can send: built and converted, dumped, released; never a crash or leak.
 #include <cstddef>
 #include <cstdint>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Replays fuzz inputs without libFuzzer: every file named, and every file in every directory
 // named, goes once through the target's LLVMFuzzerTestOneInput. A crash or a sanitizer report
 // fails the run; the library's own output is discarded.

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # The shared library's ABI against the committed baseline, with libabigail.
 #   baseline LIBRARY  writes abi/<SONAME>.abi from the library (built with debugging information)
 #   check LIBRARY     compares the library with that baseline: new functions and variables pass;

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Checks the Debian packages that `make deb` built: each one's control data and contents as
 # dpkg-deb reads them, the symbols file against the library, then lintian, which must report
 # no error and no warning (information tags shown too; overrides carry their reasons).

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # The Debian symbols file of libjsoncfgplus1 (cmake/deb/libjsoncfgplus1.symbols), from a built
 # shared library: written, or with --check compared, failing on any added or missing symbol.
 # Every symbol is marked with the current version: regenerate after changing the exports.

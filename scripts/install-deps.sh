@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Installs the Debian packages the build and the tests need, and nothing when all are present.
 # Usage: scripts/install-deps.sh [m32|armhf|deb|fuzz|docs|abi|coverage]
 #   m32    adds the i386 libraries of the 32-bit check build

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Measures the test suite's power: plants each fault of scripts/faults.txt, one at a time,
 rebuilds, runs the suite and records whether any test failed.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The addrchk C entries: exact codes and positions on valid, faulty and hostile text.
 #include <arpa/inet.h>
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // MACAddr and IPAddr: text forms against the libc's, masks, ordering, arithmetic, lookup.
 #include <arpa/inet.h>
 #include <gtest/gtest.h>

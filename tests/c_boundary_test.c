@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* A C daemon handed documents whose numeric texts do not convert: each parse returns NULL
  * with one "[ERR]" line naming the value, and the daemon lives on to parse the next one. */
 #include <stdio.h>

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* A daemon's view of the library: it declares the records itself, field by field, links the
  * shared library and reads what it is handed, without any of the library's headers. */
 #include <stdint.h>

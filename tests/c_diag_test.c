@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The diagnostics handler seen from a C daemon: every line reaches the handler with its level
  * and exactly the text standard output shows without one; removing it restores the output. */
 #define _POSIX_C_SOURCE 200809L

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The daemon's use of the installed headers from C: every header a C caller includes, and one
  * record of each kind decoded through ap_records.h from the example document's translation. */
 #include <stdint.h>

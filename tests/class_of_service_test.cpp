@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Default class of service and action, the resource table and external applications, byte by
 // byte.
 #include <gtest/gtest.h>

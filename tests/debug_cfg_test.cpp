@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The debug settings file, the apply-configuration payload and their exported entries.
 #include <tinyxml2.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The document: parsing, validation, saving, the top-level object table, and the build
 // driver's failures; whole documents, odd ones included, are golden files (golden_test).
 #include <gtest/gtest.h>

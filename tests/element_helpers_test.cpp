@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The converters' element helpers: lookup, texts, prefixes, and the in-place conversions with
 // the printers they install.
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Elements: conversion into caller entries and their release, both renderings, and the walk's
 // filters and replacement; the walk of every JSON shape is golden (walk.txt).
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // No exception crosses a C entry but allocation failure: a value the decimal conversion
 // refuses ends the entry with its failure value and one "[ERR]" line naming the value.
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The shared library exports exactly what its version script lists: the C entries under plain
 // names, and the members, vtables and typeinfo of the exported classes with the tables outside
 // callers read. No template instance, internal helper or platform call leaves the library.

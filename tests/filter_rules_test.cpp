@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Filter rules of a WLAN service, read back through the record layout the daemon reads, with
 // the failures that stop a parse and the policy elements built beside the rules.
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whole-document behaviour as golden text under tests/data/golden, each an input document and
 // its expected output: the example and purpose-made documents through every converter, the
 // element lists a build leaves, the walk of every JSON shape, the rendering of every entry

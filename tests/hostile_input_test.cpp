@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whatever a manager sends ends in a result or a clean failure, through the whole pipeline, the
 // dump and the free: every stored shape under tests/data/bad and tests/data/hostile, and
 // generated extremes of size and depth; none of them reaches the network.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Hotspot 2.0 records of a WLAN byte by byte, the bounds of its lists, OSU icons from files,
 // and the release of the OSU list; the OSEN rule and dropped items are golden (hotspot).
 #include <gtest/gtest.h>

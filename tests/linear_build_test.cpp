@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The indexed and batched paths of the build give what the one-at-a-time operations give:
 // the name index against addCfgElement, the radio and service merges against repeated
 // single merges, and the meshpoint-device index against getJsonObject.

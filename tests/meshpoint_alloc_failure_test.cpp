@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Running out of memory while meshpoints become WLANs: each allocation of the step fails in
 // turn, and every failure leaves the radio with the meshpoints converted so far ahead of its
 // WLANs, nothing half-made and nothing lost. A suite of its own: it replaces operator new.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The exported entries: parse, free, request id and serial check; the dump of whole results
 // is golden (golden_test), the records as a C caller reads them are c_caller_test.
 #include <gtest/gtest.h>

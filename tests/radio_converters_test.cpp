@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The derivation of a wireless mode from rate names, and the ACS channel list, which no
 // pipeline step runs; the pipeline's radio converters are golden (converters.dump.txt).
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The records a daemon reads, laid out by a C compiler as the daemon's own build lays them
  * out: every field at the offset of the AP's 32-bit ABI, or of the LP64 host's. */
 #include <stddef.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Test helpers for the Redis suite: a real redis-server child process on 127.0.0.1, and
 // loopback sockets that listen without ever answering or refuse connections.
 #ifndef JSONCFGPLUS_TESTS_REDIS_SERVER_H

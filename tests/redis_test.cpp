@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The Redis transport and the build driver's Redis source against a real redis-server.
 #include <chrono>
 #include <memory>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Signature maps: loading the XML tables, choosing factory or live-update files, lookups.
 #include <gtest/gtest.h>
 #include <sys/stat.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Shared test helpers.
 #include "test_support.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Shared test helpers: captured output, test documents, temporary directories.
 #ifndef JSONCFGPLUS_TESTS_TEST_SUPPORT_H
 #define JSONCFGPLUS_TESTS_TEST_SUPPORT_H

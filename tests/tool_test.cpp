@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The command-line tool: exit codes, one-line errors, standard input, lint verdicts, diff, and
 // the JSON dump's record decoding. Whole outputs of lint and diff are golden (golden_test).
 #include <gtest/gtest.h>

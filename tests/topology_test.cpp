@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Topology records byte by byte: every field, the type and tagging, the endpoint limit.
 #include <gtest/gtest.h>
 #include <json-c/json.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where a converter reads a value, a present element of another kind reads as 0, false, "" or
 // an empty list, never as absent: documents through the whole pipeline and the entry each gives.
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The eight WLAN slots per radio where a slot is out of range or taken twice, and the reorder
 // by stored SSID ids; meshpoints turned WLANs and whole slot layouts are golden.
 #include <gtest/gtest.h>

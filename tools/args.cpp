@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Argument parsing for the tool's commands.
 #include "args.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Command-line arguments of one tool command: positionals, switches and valued options.
 #ifndef JSONCFGPLUS_TOOLS_ARGS_H
 #define JSONCFGPLUS_TOOLS_ARGS_H

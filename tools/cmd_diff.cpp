@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The diff command: what would change on the AP between two documents, entry by entry in the
 // global list, per radio, per WLAN slot and meshpoint, and inside records; rules, list items and
 // WLAN slots matched as a person would, or field by field at their positions with --verbose.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Commands over one document: dump, validate, reqid and check.
 #include <cstdio>
 #include <stdexcept>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The lint command: every problem of a document, as text lines or as one JSON object.
 #include <json-c/json.h>
 

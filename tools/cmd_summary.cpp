@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // summary: what a document gives the AP, in a few lines a person reads before any dump.
 #include <cstdio>
 #include <cstring>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Commands over the Redis transport and the debug settings: redis-send, redis-test and
 // debug-config.
 #include <cerrno>

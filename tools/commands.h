@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The tool's commands; each takes the arguments after its name and returns the exit code.
 #ifndef JSONCFGPLUS_TOOLS_COMMANDS_H
 #define JSONCFGPLUS_TOOLS_COMMANDS_H

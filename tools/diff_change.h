@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One change that diff reports: what changed where, with the values before and after.
 #ifndef JSONCFGPLUS_TOOLS_DIFF_CHANGE_H
 #define JSONCFGPLUS_TOOLS_DIFF_CHANGE_H

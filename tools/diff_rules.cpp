@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Filter rule records matched by identity; see diff_rules.h.
 #include "diff_rules.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Filter rule records compared as a person reads an ACL: by identity (precedence and what the
 // rule matches, in which direction), not by position, so that one inserted, removed or moved
 // rule is one line, whatever it does to the positions of the others.

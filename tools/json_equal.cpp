@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Deep JSON equality with NaN equal to NaN; see json_equal.h.
 #include "json_equal.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Equality of two JSON values as the AP would tell them apart: json-c's own comparison says
 // NaN differs from itself, so a document compared with itself would show a change.
 #ifndef JSONCFGPLUS_TOOLS_JSON_EQUAL_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A built result in JSON: entries with name, kind, radio, VNS and value; records field by field.
 #include "json_out.h"
 

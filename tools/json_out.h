@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The tool's JSON output: a built result as entries decoded field by field, and a quiet build
 // that keeps the library's own lines out of what the tool prints.
 #ifndef JSONCFGPLUS_TOOLS_JSON_OUT_H

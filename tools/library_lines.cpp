@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reading back the library's printed lines; see library_lines.h.
 #include "library_lines.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The lines the library prints while it builds a document, read back by the tool: each with the
 // severity its tag gives, and the one line that says why a build failed.
 #ifndef JSONCFGPLUS_TOOLS_LIBRARY_LINES_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // lint's driver: the syntax check with line and column, the shared context, and the order in
 // which the checks run.
 #include "lint.h"

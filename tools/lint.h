@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // lint: every problem of a document in one run, each with a severity, the JSON Pointer of the
 // member it concerns and a one-line message. The checks read the JSON tree; the library's build
 // is never run, so its output and results stay exactly as they are. Only the filter rules are

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // lint: every filter rule (MAC, IPv4 and IPv6 ACLs, application policies, DNS white lists) and
 // every captive portal's HTTP ports, judged by the filter converter itself, one rule at a time,
 // so that every invalid rule is found and not only the first. The converter's own reason, which

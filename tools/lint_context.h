@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the lint checks share: the document's top-level tables indexed as the build indexes
 // them, where each object sits, which objects something refers to, and the build's reading
 // of interface items.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // lint: the top-level tables, every reference by name between objects, and the objects that
 // nothing refers to.
 #include <cstring>

@@ -1,7 +1,7 @@
+// SPDX-License-Identifier: MIT
 // lint: interface items the build ignores, radio and port names it skips or numbers onto an id
 // that is not a radio's own, and the WLAN services and meshpoints the build drops (no
 // "cen_ssid_id", a BSS outside the eight slots, two services in one slot) or merges.
-#include <climits>
 #include <map>
 
 #include "document/json_cfg_plus.h"
@@ -121,7 +121,7 @@ void checkRadioId(InterfaceRole role, const std::string& name, const jsonCfgPlus
             return;
         case Outcome::kTooLarge:
             out.error(nameAt, "the number in radio name " + quoted(name) + " is above " +
-                                  std::to_string(INT_MAX) +
+                                  std::to_string(jsonCfgPlus::kFirstReservedRadioId - 1) +
                                   "; the radio and its services are dropped");
             return;
         case Outcome::kOutOfRange:
@@ -189,8 +189,9 @@ InterfaceRole interfaceRole(json_object* item) {
     std::string name;
     if (!jsonCfgObj::getJsonStrValue("name", item, name)) return InterfaceRole::Skipped;
     std::string type = stringMember(item, "type");
-    if (type == "radio") return InterfaceRole::Radio;
+    // The IoT radio is known by its name, whatever its type says.
     if (name == "bluetooth1") return InterfaceRole::Bluetooth;
+    if (type == "radio") return InterfaceRole::Radio;
     if (type == "uwb") return InterfaceRole::Uwb;
     if (jsonCfgPlus::isWiredPortInterface(name)) return InterfaceRole::Wired;
     if (jsonCfgPlus::isBridgePortInterface(name)) return InterfaceRole::Bridge;

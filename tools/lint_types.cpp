@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // lint: values of the wrong JSON type where the build or a converter reads a typed value. The
 // build and the converters skip such a value silently, so each one is an error.
 #include <cstdint>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // jsoncfgplus: the library's translation, checks and transport for people working by hand.
 #include <cstdio>
 #include <cstring>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The descriptions of the AP's fixed records and their decoding into JSON.
 #include "record_fields.h"
 

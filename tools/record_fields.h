@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Field-by-field descriptions of the AP's fixed records, so the tool can show and compare
 // them by field. A new record needs only a RecordType and a line in the entry table.
 #ifndef JSONCFGPLUS_TOOLS_RECORD_FIELDS_H

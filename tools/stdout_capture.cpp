@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Capturing standard output in a temporary file; see stdout_capture.h.
 #include "stdout_capture.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Standard output sent to a temporary file while the library runs, so that its lines stay out of
 // what the tool prints and can be read back, whole or one call's lines at a time. Standard error
 // may join it, so that json-c's parse errors land among the library's lines in the order printed.

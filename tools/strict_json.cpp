@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The strict JSON scan: one pass over the text, tracking the pointer of each value; see
 // strict_json.h.
 #include "strict_json.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What json-c accepts but a strict JSON parser refuses, found in the document's text: duplicate
 // keys, NaN and Infinity, a comma before a closing bracket, comments, single quotes, literals in
 // another case, numbers with a leading zero or a bare '.', unescaped control characters in

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Runs after CPack has built the packages: the runtime package's postinst and postrm only call
 # ldconfig, which its ldconfig trigger already does, so the package is rebuilt without them.
 foreach(deb IN LISTS CPACK_PACKAGE_FILES)

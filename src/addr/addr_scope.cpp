@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The exported addrchk scope classifiers for IPv4 and IPv6 addresses.
 #include <cstring>
 #include <string_view>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Host name, IPv4 and IPv6 text: the syntax checks and the parsers to binary form.
 #include <climits>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The exported addrchk text checks: single forms, the combined check, interface addresses.
 #include "addr/addrchk.h"
 

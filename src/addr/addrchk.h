@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /** @file
  * Textual address validators (C linkage). */
 #ifndef JSONCFGPLUS_ADDR_ADDRCHK_H

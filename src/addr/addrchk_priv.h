@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Address text checkers and parsers over bounded text, shared by the C entries and IPAddr.
 #ifndef JSONCFGPLUS_ADDR_ADDRCHK_PRIV_H
 #define JSONCFGPLUS_ADDR_ADDRCHK_PRIV_H

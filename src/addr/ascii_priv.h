@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Locale-independent ASCII character tests for address text.
 #ifndef JSONCFGPLUS_ADDR_ASCII_PRIV_H
 #define JSONCFGPLUS_ADDR_ASCII_PRIV_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // IPAddr and IPAddr2: parsing, text form, comparison, masks and arithmetic of IP addresses.
 #include "addr/ip_addr.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // IPAddr: one IPv4 or IPv6 address value, with text forms, masks and arithmetic.
 #ifndef JSONCFGPLUS_ADDR_IP_ADDR_H
 #define JSONCFGPLUS_ADDR_IP_ADDR_H

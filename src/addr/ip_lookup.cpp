@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // IPAddr::hostname2ip: one address of a wanted family for a host name, through getaddrinfo.
 #include <arpa/inet.h>
 #include <netdb.h>

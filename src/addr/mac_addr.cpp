@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // MACAddr and MACAddr2: parsing, validation, text forms and masks of MAC addresses.
 #include "addr/mac_addr.h"
 

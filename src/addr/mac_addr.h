@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // MACAddr: a 6-byte MAC address value with its text forms.
 #ifndef JSONCFGPLUS_ADDR_MAC_ADDR_H
 #define JSONCFGPLUS_ADDR_MAC_ADDR_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Clock setting through a replaceable function.
 #include "api/clock.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The clock setter behind checkJsonCfgPlus, replaceable so a test never moves the clock.
 #ifndef JSONCFGPLUS_API_CLOCK_H
 #define JSONCFGPLUS_API_CLOCK_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reading the debug settings file, and the four exported entries over the singleton.
 #include "api/debug_cfg.h"
 

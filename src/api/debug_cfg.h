@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // jsonCfgPlusDebugCfg: the developer's debug switches and apply-configuration file, read from
 // a small XML settings file on the AP.
 #ifndef JSONCFGPLUS_API_DEBUG_CFG_H

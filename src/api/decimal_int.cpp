@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The decimal conversion of a document's numeric texts, whose failure names the text.
 #include "api/decimal_int_priv.h"
 

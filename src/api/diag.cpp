@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Diagnostic line output and the caller's diagnostics handler.
 #include "api/diag.h"
 

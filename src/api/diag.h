@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The one way the library writes diagnostics: whole lines, each with its level, to the
 // caller's handler (setJsonCfgPlusDiagHandler) or, when none is installed, to standard output,
 // ended and flushed. The handler sees exactly the text standard output would have shown.

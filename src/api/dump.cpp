@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Readable dump of a result record, section by section.
 #include <string>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The "[ERR]" line of a C entry that refused a value the decimal conversion could not read.
 #include "api/entry_guard_priv.h"
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Marks what the library exports; everything else is hidden. */
 #ifndef JSONCFGPLUS_API_EXPORT_H
 #define JSONCFGPLUS_API_EXPORT_H

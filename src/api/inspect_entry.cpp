@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Entries that inspect a document without building it: its request id, and the serial check
 // that also sets the clock.
 #include <cerrno>

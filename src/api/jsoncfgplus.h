@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /** @file
  * The one header the configuration daemon includes: the records handed across the boundary
  * and every exported C entry. The whole header compiles as C and as C++.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the library's own pipeline may do with the parse entry's document before it runs.
 #ifndef JSONCFGPLUS_API_PARSE_DOCUMENT_PRIV_H
 #define JSONCFGPLUS_API_PARSE_DOCUMENT_PRIV_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The front door: build a document and hand back its entry arrays; release them again.
 #include <memory>
 #include <new>
@@ -19,8 +20,8 @@ apiCfgPlusEntryArray* allocateArrays(size_t count) {
     return count == 0 ? nullptr : new apiCfgPlusEntryArray[count]();
 }
 
-// Radios up to the highest id get an entry array. The negative ids of the IoT radio and the
-// bridge ports name no wireless radio: like the wired ports, they bring only their services.
+// Radios up to the highest id get an entry array. The wired ports, the IoT radio and the bridge
+// ports, with their higher ids, bring only their services.
 bool isWirelessRadio(const radio_entry& radio) {
     return radio.id >= 0 && radio.id <= jsonCfgPlus::getMaxRadio();
 }

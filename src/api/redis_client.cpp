@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The hiredis connection behind the Redis transport and the build driver's Redis source.
 #include "api/redis_client.h"
 

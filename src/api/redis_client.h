@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // redisClient: the blocking hiredis connection that stores and fetches documents.
 #ifndef JSONCFGPLUS_API_REDIS_CLIENT_H
 #define JSONCFGPLUS_API_REDIS_CLIENT_H

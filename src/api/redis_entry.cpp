@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The exported Redis entries: store a document under the key a pointer document names, and
 // read one key to test a server.
 #include <json-c/json.h>

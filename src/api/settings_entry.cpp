@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Settings a daemon makes before it parses: how much one build may create, where icons live.
 #include "api/jsoncfgplus.h"
 #include "convert/hotspot_icons.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The library's release. These lines are the one place the version is written: the build reads
  * them for the SONAME (the major number), the pkg-config file, the CMake package and the Debian
  * packages, and refuses to configure when the string disagrees with the numbers. The major

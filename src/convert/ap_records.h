@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /** @file
  * The AP's fixed binary records, exactly as its data path and daemon read them: fixed-width
  * fields, explicit padding, little-endian, zero-filled before use. A converter hands each list

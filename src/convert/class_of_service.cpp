@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A policy's default class of service and default action, the rate-limit resource table and
 // the manager's external applications, each from one element sub-tree into a fixed record.
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // cfgPlusApiConverter: the conversion pipeline's converters and the element helpers they share.
 #ifndef JSONCFGPLUS_CONVERT_CONVERTER_H
 #define JSONCFGPLUS_CONVERT_CONVERTER_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Device converters: the AP's name, the management route as plain global elements, and the
 // ARP-guard address list packed into the AP's fixed record.
 #include <arpa/inet.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Printers of the device converters' records. Each renders an entry with its indentation and
 // name, like the standard rendering, and returns a heap string (strdup) that the caller frees.
 #ifndef JSONCFGPLUS_CONVERT_DEVICE_PRINT_H

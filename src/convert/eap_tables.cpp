@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The NAI-realm EAP name tables.
 #include "convert/eap_tables.h"
 

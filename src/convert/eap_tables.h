@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The NAI-realm EAP name tables: the names a Passpoint policy uses for EAP methods and their
 // authentication parameters, with the numbers that go on the air.
 #ifndef JSONCFGPLUS_CONVERT_EAP_TABLES_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Element helpers shared by every converter: lookup, strings, path prefixes, hexadecimal and
 // number texts, and the in-place conversions of string elements.
 #include <cstring>

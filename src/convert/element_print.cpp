@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Printers of converted elements: IPv4 numbers, MAC addresses, octet strings.
 #include "convert/element_print.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Printers that in-place conversions install on the elements they change. Each renders an
 // entry with its indentation and name, like the standard rendering, and returns a heap
 // string (strdup) that the caller frees.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The parts of a rule beyond its addresses: ToS match and class of service; application-policy
 // and captive-portal rules; and the merge of a service's inbound and outbound lists.
 #include <cstring>

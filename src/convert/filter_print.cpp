@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Text rendering of the filter-rule, class-of-service, resource-table and external-application
 // records.
 #include "convert/filter_print.h"

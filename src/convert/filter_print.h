@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Printers of the filter rules, the default class of service, the resource table and the
 // external applications, in the indented JSON-like shape of the standard rendering.
 #ifndef JSONCFGPLUS_CONVERT_FILTER_PRINT_H

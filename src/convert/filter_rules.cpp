@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // MAC and IP ACL rules into the data path's rule records, with the keys all rules share.
 #include <cstring>
 #include <sstream>

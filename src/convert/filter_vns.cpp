@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The filter step of the pipeline: the external applications, then each WLAN service's ACLs,
 // application policy and captive portal as its rule array, with the default action and class
 // of service, the rate limits and the service's VLAN values.

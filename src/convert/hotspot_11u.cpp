@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // 802.11u advertisement of a WLAN: cellular networks, NAI realms with their EAP methods,
 // venue names, network authentication type, and the OSEN rule.
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Passpoint icon files, read by plain name from the icon directory.
 #include "convert/hotspot_icons.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Passpoint icon files. A document arrives over the network and its icons go out over the air,
 // so it names an icon only by a plain file name in the one directory where the AP keeps them;
 // each file is read once per conversion run, must be an image, and the icon bytes one run

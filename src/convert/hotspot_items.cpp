@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Helpers of the Hotspot 2.0 converters: list items, fields, texts and warnings.
 #include <algorithm>
 #include <cstdio>

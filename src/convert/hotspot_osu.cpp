@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Online sign-up (OSU) providers of a WLAN, with their names, descriptions, icons, NAI, server
 // URI and methods; icon images are read from the icon directory by the names the policy gives.
 #include <algorithm>

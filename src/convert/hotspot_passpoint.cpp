@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Passpoint advertisement of a WLAN: connection capabilities and operator names; the OSU
 // providers have a file of their own.
 #include <algorithm>

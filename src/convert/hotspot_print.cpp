@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Text rendering of the Hotspot 2.0 record lists, in the indented JSON-like shape of the
 // standard rendering, and the OSU provider list's release.
 #include "convert/hotspot_print.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Printers of the Hotspot 2.0 record lists and the OSU provider list's release. Each printer
 // renders an entry with its indentation and name, then its records as an array of objects
 // with their fields by name ("[ ]" when it holds none; a trailing partial record is not

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the Hotspot 2.0 converters share: reading the items of a Passpoint list, fitting texts
 // into record fields, warnings that name the dropped item, and storing the record lists.
 #ifndef JSONCFGPLUS_CONVERT_HOTSPOT_PRIV_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Location converters: flatten the location server, shorten the location-engine switch
 // names, and turn the sensor-server list into "host:port" strings.
 #include <string>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Pipeline steps that keep their place in the order but leave the elements as built.
 #include "convert/converter.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The conversion pipeline: every converter in its fixed order, stopping at the first failure.
 #include "api/entry_guard_priv.h"
 #include "api/parse_document_priv.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Radio converters: reshape each radio's channel lists, beacon, probe, load-balancing and
 // 802.11ax settings into the names and kinds the radio driver layer reads, and gather the
 // antenna settings into global lists.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Rate tables, wireless-mode masks, and the derivation of a radio's wireless mode from the
 // rate names a manager configured for it.
 #include "convert/rates.h"

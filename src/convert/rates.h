@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The 802.11 rate tables and wireless-mode masks shared with outside callers, and the
 // translation of configured rate names into a wireless mode (jsonCfgPlusRates2WirelessMode,
 // declared with the other C entries in api/jsoncfgplus.h).

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The layout every record printer shares: two spaces a level, arrays and objects that open on
 // the current line and close at the indentation they began at, "[ ]" for an empty array.
 #ifndef JSONCFGPLUS_CONVERT_RECORD_PRINT_PRIV_H

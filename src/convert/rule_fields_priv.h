@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reading the keys every kind of filter rule shares: precedence, action and contain-to-VLAN,
 // each checked for its JSON type before its value is used.
 #ifndef JSONCFGPLUS_CONVERT_RULE_FIELDS_PRIV_H

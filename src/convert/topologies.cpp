@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Topologies: the "cen_if_vlans" interfaces as packed TOPOLOGY_ENTRY records, the WLAN
 // services' VLAN elements and VLAN word, session availability and the failover address lists.
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Text rendering of the "cen_topologies" records and of the VLAN word, in the indented
 // JSON-like shape of the standard rendering.
 #include "convert/topology_print.h"

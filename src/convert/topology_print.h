@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Printers of the topology records and of the VLAN word, for the diagnostic dumps.
 #ifndef JSONCFGPLUS_CONVERT_TOPOLOGY_PRINT_H
 #define JSONCFGPLUS_CONVERT_TOPOLOGY_PRINT_H

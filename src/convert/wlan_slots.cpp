@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // WLAN slots: meshpoints turned WLAN services, and every radio's WLANs laid out in the eight
 // slots the AP expects, wired ports p1 to p3 included.
 #include <algorithm>

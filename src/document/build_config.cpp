@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The build driver: one received document into the global, radio, WLAN and meshpoint lists,
 // then the conversion pipeline.
 #include "api/diag.h"

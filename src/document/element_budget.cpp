@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Counting the elements of one build against its budget.
 #include "document/element_budget.h"
 

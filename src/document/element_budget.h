@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The cap on the elements one build may create, so that a document whose services all walk
 // the same huge objects stops with an error instead of exhausting the AP's memory.
 #ifndef JSONCFGPLUS_DOCUMENT_ELEMENT_BUDGET_H

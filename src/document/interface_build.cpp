@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The interface build: the device's or profile's "interface" array into global interface
 // elements and one radio entry per radio or port.
 #include <climits>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Name index over a JSON array of objects.
 #include "document/json_by_name_priv.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // jsonByName: the objects of a JSON array found by a string member in constant time.
 #ifndef JSONCFGPLUS_DOCUMENT_JSON_BY_NAME_PRIV_H
 #define JSONCFGPLUS_DOCUMENT_JSON_BY_NAME_PRIV_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Top-level object table and typed JSON getters.
 #include "document/json_cfg_all.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The table of a document's top-level objects, name-reference resolution, and the typed
 // JSON getters every build step reads single members with.
 #ifndef JSONCFGPLUS_DOCUMENT_JSON_CFG_ALL_H

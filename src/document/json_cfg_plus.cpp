@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Document lifecycle: reset, parsing, validation, saving and the JSON shape tests.
 #include "document/json_cfg_plus.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // jsonCfgPlus: one received JSON-Q+ document while it is turned into element lists.
 #ifndef JSONCFGPLUS_DOCUMENT_JSON_CFG_PLUS_H
 #define JSONCFGPLUS_DOCUMENT_JSON_CFG_PLUS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Radio and service merging by id.
 #include "document/merge_priv.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Merging built radios and services into the document's vectors by id, each merge costing
 // what it merges rather than what is already there.
 #ifndef JSONCFGPLUS_DOCUMENT_MERGE_PRIV_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Element-side dump of a built document, before conversion to entries.
 #include "api/diag.h"
 #include "document/json_cfg_plus.h"

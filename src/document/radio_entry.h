@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One radio (or wired/bridge pseudo-radio) with its WLAN services and meshpoints.
 #ifndef JSONCFGPLUS_DOCUMENT_RADIO_ENTRY_H
 #define JSONCFGPLUS_DOCUMENT_RADIO_ENTRY_H

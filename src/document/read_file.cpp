@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whole-file reading.
 #include "document/read_file.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whole-file reading shared by every entry that takes a path.
 #ifndef JSONCFGPLUS_DOCUMENT_READ_FILE_H
 #define JSONCFGPLUS_DOCUMENT_READ_FILE_H

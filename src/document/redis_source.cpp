@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Building a document from the text stored under the Redis key a pointer document names.
 #include "document/redis_source.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The build driver's Redis source: a document that only points at a Redis key is replaced by
 // the document stored there.
 #ifndef JSONCFGPLUS_DOCUMENT_REDIS_SOURCE_H

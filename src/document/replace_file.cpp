@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whole-file replacement through a private temporary file and a rename.
 #include "document/replace_file.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Replacing a file whole: the only way the library writes one.
 #ifndef JSONCFGPLUS_DOCUMENT_REPLACE_FILE_H
 #define JSONCFGPLUS_DOCUMENT_REPLACE_FILE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // WLAN services and meshpoints of one radio, built from its BSS maps.
 #include <climits>
 #include <cstring>

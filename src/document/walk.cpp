@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The tree walk that flattens JSON sub-trees into elements named by key paths.
 #include <cstring>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Conversion of elements into the caller's flat entries, and their release.
 #include <cstdlib>
 #include <cstring>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // cfgElement construction; every value member not set by a constructor stays zero or empty.
 #include "model/cfg_element.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // cfgElement: the named, typed configuration value every build step and converter works on.
 #ifndef JSONCFGPLUS_MODEL_CFG_ELEMENT_H
 #define JSONCFGPLUS_MODEL_CFG_ELEMENT_H

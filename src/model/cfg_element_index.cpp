@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The name index of an element list.
 #include "model/cfg_element_index.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // cfgElementIndex: finds an element list's elements by name in constant time, so a list built
 // up by name stays linear in its size however many elements it holds.
 #ifndef JSONCFGPLUS_MODEL_CFG_ELEMENT_INDEX_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How many items of a given size an entry's value block holds.
 #ifndef JSONCFGPLUS_MODEL_ENTRY_ITEMS_H
 #define JSONCFGPLUS_MODEL_ENTRY_ITEMS_H

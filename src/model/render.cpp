@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Text rendering of elements and of entries, in the same JSON-like shape so the two dumps
 // compare line by line.
 #include <cstdio>

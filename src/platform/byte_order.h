@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Build guard: the AP reads its fixed records as little-endian, and the records are written in
  * the host's byte order, so a big-endian build would hand the AP byte-swapped fields. */
 #ifndef JSONCFGPLUS_PLATFORM_BYTE_ORDER_H

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /** @file
  * Calls into the AP's product-environment library, which defines them. The library exports
  * no symbol of these names: it looks the process's definitions up at its first call, so link

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The platform calls bound at first use to the process's definitions, else to the fallback.
 #include <dlfcn.h>
 

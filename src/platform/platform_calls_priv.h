@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The AP's platform calls as the library makes them.
 //
 // Each call is looked up in the process at first use (dlsym with RTLD_DEFAULT), so the AP's

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The library's answers to the platform calls where the process has no platform library.
 #include <atomic>
 

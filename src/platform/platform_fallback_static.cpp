@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The static library's fallback: the AP's names as the link resolved them. They are weak
 // references, never definitions: a definition in an archive member would beat the AP's shared
 // library at link time and answer even the program's own calls. A program that defines the

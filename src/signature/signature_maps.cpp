@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Loading, choosing and searching the application-signature tables.
 #include "signature/signature_maps.h"
 

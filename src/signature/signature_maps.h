@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // cfgPlusSignatureMaps: application group, display and extended-signature names to the numeric
 // ids the AP's classifier works with, read from the packet-inspection engine's XML files.
 #ifndef JSONCFGPLUS_SIGNATURE_SIGNATURE_MAPS_H

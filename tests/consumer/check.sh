@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Installs a built tree into a temporary prefix, moves it (the installed files must not depend
 # on where they were put), then builds and runs the consumer programs against it, once through
 # pkg-config and once through find_package(jsoncfgplus), the static library from a C-only

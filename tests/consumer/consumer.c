@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* A daemon built against an installed jsoncfgplus: the documented include line, the C entries,
  * one document through the conversion pipeline, and the version its package announced
  * (JCP_PACKAGE_VERSION, from pkg-config or the CMake package) against the installed header's. */

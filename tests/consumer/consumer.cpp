@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A C++ caller of an installed jsoncfgplus: the document class, whose header brings json-c's.
 #include <jsoncfgplus/api/jsoncfgplus.h>
 #include <jsoncfgplus/document/json_cfg_plus.h>

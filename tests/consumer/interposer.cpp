@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A daemon with a class of its own that happens to be called MACAddr: its member has the same
 // mangled name as one of the library's. The library's calls must stay inside the library, so
 // the daemon's member is never called and the MAC addresses still convert.

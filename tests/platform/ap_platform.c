@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The AP's platform library as a separate shared object: the slot values the AP has stored.
  * Built from the library's own declarations, which a C compiler must accept. */
 #include "platform/platform.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The shared library's platform calls reach the AP's platform library however the daemon links
 // or loads it, and a process without one gets the library's defaults with a warning, once.
 // Built once per way of linking (see tests/CMakeLists.txt): JCP_PLATFORM_ANSWERS says whether

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The element budget as a daemon linking the shared library meets it: a campus document fits
 // the default, and a budget the daemon sets holds for every later parse.
 #include <gtest/gtest.h>

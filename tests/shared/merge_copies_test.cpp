@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The exported merges leave what they are given as it was, so a caller can merge one radio or
 // service into several vectors.
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A daemon's own callback, run by parseJsonCfgPlus from libjsoncfgplus.so, finds the document
 // whole: the object table as the build left it, and itself as the document's callback.
 #include <dlfcn.h>

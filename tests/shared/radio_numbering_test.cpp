@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The radio index every entry carries, as a daemon linking the shared library receives it.
 #include <gtest/gtest.h>
 
