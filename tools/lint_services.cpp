@@ -2,6 +2,7 @@
 // lint: interface items the build ignores, radio and port names it skips or numbers onto an id
 // that is not a radio's own, and the WLAN services and meshpoints the build drops (no
 // "cen_ssid_id", a BSS outside the eight slots, two services in one slot) or merges.
+#include <climits>
 #include <map>
 
 #include "document/json_cfg_plus.h"
