@@ -35,7 +35,7 @@ demo: deps
 test: build
 	cd build && ctest --output-on-failure -j $(JOBS)
 
-check: check-asan check-m32 check-armhf check-consumer deb check-abi coverage
+check: check-asan check-m32 check-armhf check-consumer deb check-abi coverage docs
 
 check-asan: deps
 	cmake -S . -B build-asan -DCMAKE_BUILD_TYPE=Debug -DJCP_SANITIZE=ON $(CMAKE_FLAGS)
