@@ -36,15 +36,7 @@ extern void freeJsonCfgPlus(result_record*);
 extern int getJsonCfgPlusReqId(const char*, unsigned int);
 extern int addrchk(const char*, int);
 
-static int failures;
-
-#define EXPECT(cond)                                                            \
-    do {                                                                        \
-        if (!(cond)) {                                                          \
-            fprintf(stderr, "%s:%d: expected %s\n", __FILE__, __LINE__, #cond); \
-            ++failures;                                                         \
-        }                                                                       \
-    } while (0)
+#include "c_expect.h"
 
 static void expect_entry(const entry* e, const char* name, int type, int size) {
     EXPECT(e->name != NULL && strcmp(e->name, name) == 0);

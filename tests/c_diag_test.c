@@ -9,15 +9,7 @@
 
 #include "api/jsoncfgplus.h"
 
-static int failures;
-
-#define EXPECT(cond)                                                            \
-    do {                                                                        \
-        if (!(cond)) {                                                          \
-            fprintf(stderr, "%s:%d: expected %s\n", __FILE__, __LINE__, #cond); \
-            ++failures;                                                         \
-        }                                                                       \
-    } while (0)
+#include "c_expect.h"
 
 /* A radio whose name has no number (a warning), a WLAN without "cen_ssid_id" (an error), and
  * the trace flag for the build's progress lines. */

@@ -12,15 +12,7 @@
 #include "platform/byte_order.h"
 #include "platform/platform.h"
 
-static int failures;
-
-#define EXPECT(cond)                                                            \
-    do {                                                                        \
-        if (!(cond)) {                                                          \
-            fprintf(stderr, "%s:%d: expected %s\n", __FILE__, __LINE__, #cond); \
-            ++failures;                                                         \
-        }                                                                       \
-    } while (0)
+#include "c_expect.h"
 
 /* The records of a CFG_BYTES entry and how many whole ones it holds; NULL when the entry is
  * missing or its size is not a whole number of records. */
