@@ -9,8 +9,8 @@
 #include <stdio.h>
 #include <string.h>
 
-#include "api/jsoncfgplus.h"
-#include "convert/ap_records.h"
+#include <jsoncfgplus/api/jsoncfgplus.h>
+#include <jsoncfgplus/convert/ap_records.h>
 
 /* Diagnostics: a daemon would hand each line to syslog, e.g. with LOG_DEBUG, LOG_INFO,
  * LOG_NOTICE, LOG_WARNING and LOG_ERR for the five levels. This one counts them and shows

@@ -1,16 +1,18 @@
 /* SPDX-License-Identifier: MIT */
-/* The daemon's use of the installed headers from C: every header a C caller includes, and one
- * record of each kind decoded through ap_records.h from the example document's translation. */
+/* The daemon's use of the installed headers from C: every header a C caller includes, as an
+ * installed tree names them, and one record of each kind decoded through ap_records.h from the
+ * example document's translation. The consumer check builds it again against the installed
+ * package, beside a firmware's own headers of the same names. */
 #include <stdint.h>
 #include <stdio.h>
 #include <string.h>
 
-#include "addr/addrchk.h"
-#include "api/export.h"
-#include "api/jsoncfgplus.h"
-#include "convert/ap_records.h"
-#include "platform/byte_order.h"
-#include "platform/platform.h"
+#include <jsoncfgplus/addr/addrchk.h>
+#include <jsoncfgplus/api/export.h>
+#include <jsoncfgplus/api/jsoncfgplus.h>
+#include <jsoncfgplus/convert/ap_records.h>
+#include <jsoncfgplus/platform/byte_order.h>
+#include <jsoncfgplus/platform/platform.h>
 
 #include "c_expect.h"
 

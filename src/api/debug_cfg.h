@@ -6,8 +6,8 @@
 
 #include <string>
 
-#include "api/export.h"
-#include "api/jsoncfgplus.h"
+#include "export.h"
+#include "jsoncfgplus.h"
 
 class JCP_EXPORT jsonCfgPlusDebugCfg {
   public:

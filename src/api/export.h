@@ -3,7 +3,7 @@
 #ifndef JSONCFGPLUS_API_EXPORT_H
 #define JSONCFGPLUS_API_EXPORT_H
 
-#include "platform/byte_order.h"
+#include "../platform/byte_order.h"
 
 #define JCP_EXPORT __attribute__((visibility("default")))
 

@@ -22,7 +22,7 @@
 
 #include <stdint.h>
 
-#include "api/export.h"
+#include "export.h"
 
 #ifdef __cplusplus
 extern "C" {
@@ -350,6 +350,6 @@ JCP_EXPORT void setJsonCfgPlusDiagHandler(jsonCfgPlusDiagHandler handler, void* 
 }
 #endif
 
-#include "addr/addrchk.h"
+#include "../addr/addrchk.h"
 
 #endif

@@ -8,7 +8,7 @@
 #include <memory>
 #include <string>
 
-#include "api/export.h"
+#include "export.h"
 
 struct redisContext;
 

@@ -14,7 +14,7 @@
 #include <stddef.h>
 #include <stdint.h>
 
-#include "platform/byte_order.h"
+#include "../platform/byte_order.h"
 
 /// @cond JCP_RECORD_MACROS
 // One check for every size and offset, in the spelling each language has for it.

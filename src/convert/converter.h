@@ -8,10 +8,10 @@
 #include <string>
 #include <vector>
 
-#include "api/export.h"
-#include "convert/ap_records.h"
-#include "document/json_cfg_plus.h"
-#include "model/cfg_element.h"
+#include "../api/export.h"
+#include "../document/json_cfg_plus.h"
+#include "../model/cfg_element.h"
+#include "ap_records.h"
 
 class JCP_EXPORT cfgPlusApiConverter {
   public:

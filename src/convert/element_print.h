@@ -7,7 +7,7 @@
 
 #include <string>
 
-#include "api/jsoncfgplus.h"
+#include "../api/jsoncfgplus.h"
 
 char* printApiCfgPlusNetworkIpAddr(apiCfgPlusEntry* entry, unsigned int indent);
 char* printApiCfgPlusLocalIpAddr(apiCfgPlusEntry* entry, unsigned int indent);

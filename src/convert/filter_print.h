@@ -7,8 +7,8 @@
 #include <cstdint>
 #include <string>
 
-#include "api/jsoncfgplus.h"
-#include "convert/ap_records.h"
+#include "../api/jsoncfgplus.h"
+#include "ap_records.h"
 
 // The set flag names, each followed by ",", in the order the daemon's tools list them.
 std::string actionFlagsToString(uint16_t flags);

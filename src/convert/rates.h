@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "api/export.h"
+#include "../api/export.h"
 
 // The tables live in a namespace so that their link names are C++ names: the library's plain
 // (C) exports stay exactly its C entries. The using-declarations below keep the plain names.

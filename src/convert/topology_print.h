@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <string>
 
-#include "api/jsoncfgplus.h"
-#include "convert/ap_records.h"
+#include "../api/jsoncfgplus.h"
+#include "ap_records.h"
 
 // The "cen_topologies" entry: its indentation and name, then every TOPOLOGY_ENTRY of the
 // value as an array of objects ("[ ]" when it holds none; a trailing partial record is not

@@ -10,13 +10,13 @@
 #include <string>
 #include <vector>
 
-#include "api/diag.h"
-#include "api/export.h"
-#include "api/jsoncfgplus.h"
-#include "document/json_cfg_all.h"
-#include "document/radio_entry.h"
-#include "model/cfg_element.h"
-#include "model/cfg_element_index.h"
+#include "../api/diag.h"
+#include "../api/export.h"
+#include "../api/jsoncfgplus.h"
+#include "../model/cfg_element.h"
+#include "../model/cfg_element_index.h"
+#include "json_cfg_all.h"
+#include "radio_entry.h"
 
 namespace jcp {
 class jsonByName;

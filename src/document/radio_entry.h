@@ -8,8 +8,8 @@
 #include <type_traits>
 #include <vector>
 
-#include "api/export.h"
-#include "model/cfg_element.h"
+#include "../api/export.h"
+#include "../model/cfg_element.h"
 
 // One WLAN service (VNS) or meshpoint on one radio.
 struct JCP_EXPORT vns_entry {

@@ -9,8 +9,8 @@
 #include <string>
 #include <unordered_map>
 
-#include "api/export.h"
-#include "model/cfg_element.h"
+#include "../api/export.h"
+#include "cfg_element.h"
 
 // Valid while every change to the list goes through the index; the list object itself may
 // move (its elements stay where they are) if rebind follows.

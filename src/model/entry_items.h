@@ -5,7 +5,7 @@
 
 #include <cstddef>
 
-#include "api/jsoncfgplus.h"
+#include "../api/jsoncfgplus.h"
 
 namespace jcp {
 

@@ -30,6 +30,14 @@ c++ -std=c++17 -Wall -Werror -rdynamic "$here/interposer.cpp" -o "$work/interpos
     $(pkg-config --cflags --libs jsoncfgplus)
 LD_LIBRARY_PATH="$libdir" "$work/interposer" "$here/../../examples/ap-config.json"
 
+# A firmware with headers of the same names as ours on its own search path, ahead of ours: its
+# "platform/platform.h" is the one it gets, and our headers reach only each other. The fixed
+# records of every kind are decoded from the example, from C, as the package installs them.
+cc -std=c11 -Wall -Werror -I"$here/firmware" -include platform/platform.h \
+    "$here/../c_records_test.c" -o "$work/records_c" $(pkg-config --cflags --libs jsoncfgplus)
+(cd "$here/../.." && LD_LIBRARY_PATH="$libdir" "$work/records_c" >/dev/null)
+echo "consumer: every record kind decoded beside a firmware's own platform/platform.h"
+
 echo "consumer: find_package(jsoncfgplus) from $prefix"
 unset PKG_CONFIG_PATH
 cmake -S "$here" -B "$work/cm" -DCMAKE_PREFIX_PATH="$prefix" >/dev/null
