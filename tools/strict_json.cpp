@@ -35,10 +35,12 @@ size_t utf8Length(const std::string& text, size_t at) {
 
 class Scanner {
   public:
-    Scanner(const std::string& text, Findings& out) : m_text(text), m_out(out) {}
+    Scanner(const std::string& text, MemberPositions& members, Findings& out)
+        : m_text(text), m_members(members), m_positions(members.text()), m_out(out) {}
 
     void run() {
         skipSpace("");
+        m_members.set("", m_at);
         if (!value("")) return;
         skipSpace("");
         // Text after the document is the syntax check's to report.
@@ -49,7 +51,8 @@ class Scanner {
     static constexpr int kMaxDepth = 256;
 
     const std::string& m_text;
-    const TextPositions m_positions{m_text};
+    MemberPositions& m_members;
+    const TextPositions& m_positions;
     Findings& m_out;
     int m_depth = 0;
     size_t m_at = 0;
@@ -60,6 +63,7 @@ class Scanner {
 
     void warn(size_t offset, const std::string& pointer, const std::string& message) {
         Problem problem{Severity::Warning, pointer, message};
+        problem.rule = "strict-json";
         m_positions.at(offset, problem.line, problem.column);
         m_out.add(std::move(problem));
     }
@@ -224,6 +228,7 @@ class Scanner {
                 bool single = peek() == '\'';
                 std::string key = string(pointer, false);
                 member = pointerTo(pointer, key);
+                m_members.set(member, keyAt);
                 if (single) singleQuoted(keyAt, member);
                 auto first = keys.emplace(key, keyAt);
                 if (!first.second) {
@@ -239,10 +244,12 @@ class Scanner {
                 skipSpace(member);
                 if (peek() != ':') return false;
                 ++m_at;
+                skipSpace(member);
             } else {
                 member = pointerTo(pointer, index++);
+                skipSpace(member);
+                m_members.set(member, m_at);
             }
-            skipSpace(member);
             if (!value(member)) return false;
             skipSpace(pointer);
             if (peek() == close) {
@@ -279,8 +286,23 @@ void TextPositions::at(size_t offset, int& line, int& column) const {
     column = static_cast<int>(offset - *(next - 1)) + 1;
 }
 
-void checkStrictJson(const std::string& text, Findings& out) {
-    Scanner(text, out).run();
+bool MemberPositions::locate(const std::string& pointer, int& line, int& column) const {
+    for (std::string at = pointer;;) {
+        auto found = m_offsets.find(at);
+        if (found != m_offsets.end()) {
+            m_text.at(found->second, line, column);
+            return true;
+        }
+        if (at.empty()) return false;
+        size_t slash = at.rfind('/');
+        at.erase(slash == std::string::npos ? 0 : slash);
+    }
+}
+
+std::shared_ptr<const MemberPositions> checkStrictJson(const std::string& text, Findings& out) {
+    auto members = std::make_shared<MemberPositions>(text);
+    Scanner(text, *members, out).run();
+    return members;
 }
 
 }  // namespace lint
