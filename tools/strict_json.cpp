@@ -114,6 +114,54 @@ class Scanner {
         warn(at, pointer, "a string in single quotes; strict JSON needs double quotes");
     }
 
+    // The code point of four hex digits at, or -1.
+    long hex4(size_t at) const {
+        if (at + 4 > m_text.size()) return -1;
+        long value = 0;
+        for (size_t i = at; i < at + 4; ++i) {
+            int digit = std::isxdigit(static_cast<unsigned char>(m_text[i])) == 0 ? -1
+                        : std::isdigit(static_cast<unsigned char>(m_text[i])) != 0
+                            ? m_text[i] - '0'
+                            : (std::tolower(static_cast<unsigned char>(m_text[i])) - 'a' + 10);
+            if (digit < 0) return -1;
+            value = value * 16 + digit;
+        }
+        return value;
+    }
+
+    // "\uXXXX" at m_at (a surrogate pair as one), appended as UTF-8 as json-c decodes it, so
+    // a key written with escapes is the key the build sees; false when it is not one.
+    bool unicodeEscape(std::string& text) {
+        long code = hex4(m_at + 2);
+        if (code < 0) return false;
+        m_at += 6;
+        long low = code >= 0xD800 && code < 0xDC00 && peek() == '\\' && m_at + 1 < m_text.size() &&
+                           m_text[m_at + 1] == 'u'
+                       ? hex4(m_at + 2)
+                       : -1;
+        if (low >= 0xDC00 && low < 0xE000) {
+            code = 0x10000 + ((code - 0xD800) << 10) + (low - 0xDC00);
+            m_at += 6;
+        }
+        auto byte = [&text](long b) { text += static_cast<char>(b); };
+        if (code < 0x80) {
+            byte(code);
+        } else if (code < 0x800) {
+            byte(0xC0 | (code >> 6));
+            byte(0x80 | (code & 0x3F));
+        } else if (code < 0x10000) {
+            byte(0xE0 | (code >> 12));
+            byte(0x80 | ((code >> 6) & 0x3F));
+            byte(0x80 | (code & 0x3F));
+        } else {
+            byte(0xF0 | (code >> 18));
+            byte(0x80 | ((code >> 12) & 0x3F));
+            byte(0x80 | ((code >> 6) & 0x3F));
+            byte(0x80 | (code & 0x3F));
+        }
+        return true;
+    }
+
     // A string at m_at, in double or single quotes; its text with simple escapes undone, for
     // comparing keys.
     std::string string(const std::string& pointer, bool tellQuotes = true) {
@@ -126,6 +174,7 @@ class Scanner {
         while (!atEnd() && peek() != quote) {
             if (peek() == '\\' && m_at + 1 < m_text.size()) {
                 char escaped = m_text[m_at + 1];
+                if (escaped == 'u' && unicodeEscape(text)) continue;
                 const char* from = "bfnrt";
                 const char* to = "\b\f\n\r\t";
                 const char* found = std::strchr(from, escaped);
