@@ -339,6 +339,10 @@ TEST(LintTool, EveryProblemAtItsMembersLineAndColumn) {
          "{\"device\": {\"name\": \"ap\"},\n \"w\\u006can\": [\n   {\"name\": \"a\", "
          "\"cen_ssid_id\": 1}]}",
          {"-:3:4: warning: /wlan/0: defined but nothing refers to it; it is never used"}},
+        {"key up to an escaped NUL, as json-c keeps it",
+         "{\"device\": {\"name\": \"ap\"},\n \"wlan\\u0000x\": [{\"name\": \"a\", "
+         "\"cen_ssid_id\": 1}]}",
+         {"-:2:18: warning: /wlan/0: defined but nothing refers to it; it is never used"}},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.what);

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 // lint: every problem of a document in one run, each with a severity, the JSON Pointer of the
-// member it concerns and a one-line message. The checks read the JSON tree; the library's build
-// is never run, so its output and results stay exactly as they are. Only the filter rules are
-// judged by the library's own converter, its lines kept off standard output.
+// member it concerns, that member's line and column in the text, and a one-line message. The
+// checks read the JSON tree; the library's build is never run, so its output and results stay
+// exactly as they are. Only the filter rules are judged by the library's own converter, its
+// lines kept off standard output.
 #ifndef JSONCFGPLUS_TOOLS_LINT_H
 #define JSONCFGPLUS_TOOLS_LINT_H
 

@@ -276,6 +276,8 @@ class Scanner {
                 // A key in single quotes is told at the member it names.
                 bool single = peek() == '\'';
                 std::string key = string(pointer, false);
+                // json-c keeps keys as C strings: an escaped NUL ends the key the build sees.
+                key.resize(std::strlen(key.c_str()));
                 member = pointerTo(pointer, key);
                 m_members.set(member, keyAt);
                 if (single) singleQuoted(keyAt, member);
