@@ -375,6 +375,11 @@ TEST(LintTool, SeveralFilesOneSummary) {
     EXPECT_EQ(linesOf(unread.out).size(), 2u) << unread.out;
 }
 
+json_object* physicalLocation(json_object* sarifLog, size_t result) {
+    json_object* results = at(item(at(sarifLog, "runs"), 0), "results");
+    return at(item(at(item(results, result), "locations"), 0), "physicalLocation");
+}
+
 // --json: file, line and column on every problem; --format sarif: a SARIF 2.1.0 log with one
 // result per problem at its file, line and column.
 TEST(LintTool, JsonAndSarifReports) {
@@ -414,11 +419,17 @@ TEST(LintTool, JsonAndSarifReports) {
     EXPECT_EQ(text(at(first, "ruleId")), "strict-json");
     EXPECT_EQ(text(at(first, "level")), "warning");
     EXPECT_EQ(text(at(at(first, "message"), "text")).rfind("/led: duplicate key", 0), 0u);
-    json_object* physical = at(item(at(first, "locations"), 0), "physicalLocation");
+    json_object* physical = physicalLocation(log.get(), 0);
     EXPECT_EQ(text(at(at(physical, "artifactLocation"), "uri")), "a%20b.json");
     EXPECT_EQ(json_object_get_int(at(at(physical, "region"), "startLine")), 2);
     EXPECT_EQ(json_object_get_int(at(at(physical, "region"), "startColumn")), 12);
     EXPECT_EQ(text(at(item(results, 1), "level")), "error");
+    // An absolute path is a file URI.
+    Json absolute(json_tokener_parse(
+        runTool("lint --format sarif '" + dir.file("a b.json") + "'").out.c_str()));
+    std::string uri = text(at(at(physicalLocation(absolute.get(), 0), "artifactLocation"), "uri"));
+    EXPECT_EQ(uri.rfind("file:///", 0), 0u) << uri;
+    EXPECT_NE(uri.find("/a%20b.json"), std::string::npos) << uri;
     // A clean run is a log with no results, not an empty output.
     Json clean(json_tokener_parse(runTool("lint --format sarif " + kExample).out.c_str()));
     EXPECT_EQ(json_object_array_length(at(item(at(clean.get(), "runs"), 0), "results")), 0u);

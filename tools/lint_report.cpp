@@ -36,11 +36,12 @@ json_object* objectIn(json_object* parent, const char* key) {
     return child;
 }
 
-// A file name as a relative URI reference: what is not unreserved or a path separator is
-// percent-encoded, so a name with a blank or a '#' still names the file.
+// A file name as a URI: a relative path stays a relative reference (dashboards resolve it
+// against the checkout), an absolute one becomes a file URI; what is not unreserved or a path
+// separator is percent-encoded, so a name with a blank or a '#' still names the file.
 std::string uriOf(const std::string& name) {
     static const char kHex[] = "0123456789ABCDEF";
-    std::string uri;
+    std::string uri = name.compare(0, 1, "/") == 0 ? "file://" : "";
     for (unsigned char c : name) {
         if (std::isalnum(c) != 0 || std::strchr("-._~/", c) != nullptr) {
             uri += static_cast<char>(c);
