@@ -21,7 +21,7 @@ const tool::Command kCommands[] = {
      "build a document and print its radios, WLAN services, meshpoints, records and warnings",
      tool::runSummary},
     {"lint", "FILE... [--json] [--format text|json|sarif] [--signature-dir DIR]",
-     "report every problem of documents at their lines; exit 1 when there is an error",
+     "report every problem of each document at its line and column; exit 1 on an error",
      tool::runLint},
     {"diff", "OLD NEW | --saved [--saved-dir DIR] [--json] [--verbose] [--icon-dir DIR]",
      "report what would change on the AP (--saved: between the two documents it saved last); "
