@@ -5,7 +5,9 @@
 #include <json-c/json.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
+#include <filesystem>
 #include <map>
 #include <memory>
 #include <regex>
@@ -90,7 +92,8 @@ TEST(Tool, FailuresEndInOneLineOnStandardError) {
         {"check - --serial B", serial, 1, "jsoncfgplus check: serial number mismatch"},
         {"dump a b", "", 2,
          "jsoncfgplus dump: expected 1 argument, got 2 (usage: jsoncfgplus dump"},
-        {"lint", "", 2, "jsoncfgplus lint: expected 1 argument, got 0 (usage: jsoncfgplus lint"},
+        {"lint", "", 2,
+         "jsoncfgplus lint: expected at least 1 argument, got 0 (usage: jsoncfgplus lint"},
         {"lint - --bogus", "", 2, "jsoncfgplus lint: unknown option --bogus (usage: "},
         {"frobnicate", "", 2, "jsoncfgplus: unknown command 'frobnicate' (see jsoncfgplus --help)"},
         {"debug-config --file " + dir.file("cap.xml"), "", 1,
@@ -307,6 +310,134 @@ TEST(LintTool, StrictJsonWarningsWithPositions) {
     EXPECT_EQ(json_object_get_int(at(problem, "column")), 12);
 }
 
+// Every problem, not only syntax ones, stands at its member: an object member at its key, an
+// array item at its value, the document at its first character; of duplicate keys the one the
+// AP keeps, and a key written with escapes where the build sees it.
+TEST(LintTool, EveryProblemAtItsMembersLineAndColumn) {
+    struct Row {
+        const char* what;
+        std::string text;
+        std::vector<std::string> lines;
+    } rows[] = {
+        {"member at its key, array item at its value",
+         "{\"device\": {\"name\": \"ap\", \"rf_domain_name\": 7,\n  \"interface\": [\"radio1\"]}}",
+         {"-:1:27: error: /device/rf_domain_name: \"rf_domain_name\" must name a \"rf_domain\" "
+          "object, but is an integer; the build ignores it",
+          "-:1:27: error: /device/rf_domain_name: the RF domain is read only when the document "
+          "has a \"profile\"",
+          "-:2:17: error: /device/interface/0: is a string, not an object; the build skips it"}},
+        {"the document",
+         "\n  [1]",
+         {"-:2:3: error: (document): the document is an array, not an object; the AP refuses it"}},
+        {"the duplicate the AP keeps",
+         "{\"device\": {\"name\": \"ap\"},\n \"wlan\": [{\"name\": \"a\", \"cen_ssid_id\": 1}],\n"
+         " \"wlan\": [{\"name\": \"b\", \"cen_ssid_id\": 2}]}",
+         {"-:3:2: warning: /wlan: duplicate key \"wlan\" (first at line 2, column 2); the AP "
+          "keeps only the last value given for it",
+          "-:3:11: warning: /wlan/0: defined but nothing refers to it; it is never used"}},
+        {"escaped key",
+         "{\"device\": {\"name\": \"ap\"},\n \"w\\u006can\": [\n   {\"name\": \"a\", "
+         "\"cen_ssid_id\": 1}]}",
+         {"-:3:4: warning: /wlan/0: defined but nothing refers to it; it is never used"}},
+        {"key up to an escaped NUL, as json-c keeps it",
+         "{\"device\": {\"name\": \"ap\"},\n \"wlan\\u0000x\": [{\"name\": \"a\", "
+         "\"cen_ssid_id\": 1}]}",
+         {"-:2:18: warning: /wlan/0: defined but nothing refers to it; it is never used"}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.what);
+        std::vector<std::string> lines = linesOf(runTool("lint -", row.text).out);
+        ASSERT_FALSE(lines.empty());
+        lines.pop_back();  // the summary
+        EXPECT_EQ(lines, row.lines);
+    }
+}
+
+// Several files in one run: each problem names its file, one summary closes the run, and the
+// run fails when any file has an error or cannot be read, the others still linted.
+TEST(LintTool, SeveralFilesOneSummary) {
+    testsupport::TempDir dir;
+    testsupport::writeFile(dir.file("unused.json"),
+                           "{\"device\": {\"name\": \"ap\"},\n \"wlan\": [{\"name\": \"a\", "
+                           "\"cen_ssid_id\": 1}]}");
+    testsupport::writeFile(dir.file("bad.json"), "{\"device\": 1}");
+    ToolRun run = runTool("lint unused.json bad.json", "", dir.path());
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.out,
+              "unused.json:2:11: warning: /wlan/0: defined but nothing refers to it; it is never "
+              "used\n"
+              "bad.json:1:2: error: /device: the device must be an object; the build finds none\n"
+              "1 error(s), 1 warning(s)\n");
+    EXPECT_EQ(runTool("lint unused.json " + kExample, "", dir.path()).status, 0);
+    ToolRun unread = runTool("lint missing.json unused.json", "", dir.path());
+    EXPECT_EQ(unread.status, 1);
+    EXPECT_EQ(unread.err, "jsoncfgplus lint: cannot read missing.json\n");
+    EXPECT_EQ(linesOf(unread.out).size(), 2u) << unread.out;
+}
+
+json_object* physicalLocation(json_object* sarifLog, size_t result) {
+    json_object* results = at(item(at(sarifLog, "runs"), 0), "results");
+    return at(item(at(item(results, result), "locations"), 0), "physicalLocation");
+}
+
+// --json: file, line and column on every problem; --format sarif: a SARIF 2.1.0 log with one
+// result per problem at its file, line and column.
+TEST(LintTool, JsonAndSarifReports) {
+    testsupport::TempDir dir;
+    testsupport::writeFile(dir.file("a b.json"), "{\"device\": 1,\n \"led\": 1, \"led\": 2}");
+    ToolRun json = runTool("lint --json 'a b.json' -", "[]", dir.path());
+    EXPECT_EQ(json.status, 1);
+    Json report(json_tokener_parse(json.out.c_str()));
+    ASSERT_NE(report, nullptr) << json.err;
+    json_object* problems = at(report.get(), "problems");
+    ASSERT_EQ(json_object_array_length(problems), 3u) << json.out;
+    const struct {
+        const char* file;
+        int line, column;
+        const char* pointer;
+    } expected[] = {{"a b.json", 2, 12, "/led"}, {"a b.json", 1, 2, "/device"}, {"-", 1, 1, ""}};
+    for (size_t i = 0; i < 3; ++i) {
+        json_object* p = item(problems, i);
+        EXPECT_EQ(text(at(p, "file")), expected[i].file);
+        EXPECT_EQ(json_object_get_int(at(p, "line")), expected[i].line);
+        EXPECT_EQ(json_object_get_int(at(p, "column")), expected[i].column);
+        EXPECT_EQ(text(at(p, "pointer")), expected[i].pointer);
+    }
+    EXPECT_EQ(json_object_get_int(at(report.get(), "errors")), 2);
+
+    ToolRun sarif = runTool("lint --format sarif 'a b.json'", "", dir.path());
+    EXPECT_EQ(sarif.status, 1);
+    Json log(json_tokener_parse(sarif.out.c_str()));
+    ASSERT_NE(log, nullptr) << sarif.err;
+    EXPECT_EQ(text(at(log.get(), "version")), "2.1.0");
+    EXPECT_NE(text(at(log.get(), "$schema")).find("sarif-2.1.0"), std::string::npos);
+    json_object* run = item(at(log.get(), "runs"), 0);
+    EXPECT_EQ(text(at(at(at(run, "tool"), "driver"), "name")), "jsoncfgplus");
+    json_object* results = at(run, "results");
+    ASSERT_EQ(json_object_array_length(results), 2u) << sarif.out;
+    json_object* first = item(results, 0);
+    EXPECT_EQ(text(at(first, "ruleId")), "strict-json");
+    EXPECT_EQ(text(at(first, "level")), "warning");
+    EXPECT_EQ(text(at(at(first, "message"), "text")).rfind("/led: duplicate key", 0), 0u);
+    json_object* physical = physicalLocation(log.get(), 0);
+    EXPECT_EQ(text(at(at(physical, "artifactLocation"), "uri")), "a%20b.json");
+    EXPECT_EQ(json_object_get_int(at(at(physical, "region"), "startLine")), 2);
+    EXPECT_EQ(json_object_get_int(at(at(physical, "region"), "startColumn")), 12);
+    EXPECT_EQ(text(at(item(results, 1), "level")), "error");
+    // An absolute path is a file URI.
+    Json absolute(json_tokener_parse(
+        runTool("lint --format sarif '" + dir.file("a b.json") + "'").out.c_str()));
+    std::string uri = text(at(at(physicalLocation(absolute.get(), 0), "artifactLocation"), "uri"));
+    EXPECT_EQ(uri.rfind("file:///", 0), 0u) << uri;
+    EXPECT_NE(uri.find("/a%20b.json"), std::string::npos) << uri;
+    // A clean run is a log with no results, not an empty output.
+    Json clean(json_tokener_parse(runTool("lint --format sarif " + kExample).out.c_str()));
+    EXPECT_EQ(json_object_array_length(at(item(at(clean.get(), "runs"), 0), "results")), 0u);
+
+    for (const char* args : {"lint --format xml -", "lint --json --format sarif -"})
+        EXPECT_EQ(runTool(args, "{}").status, 2) << args;
+}
+
 TEST(DiffTool, NothingAddedRemovedAndUnbuildable) {
     ToolRun same = runTool("diff " + kExample + " " + kExample);
     EXPECT_EQ(same.status, 0);
@@ -324,6 +455,45 @@ TEST(DiffTool, NothingAddedRemovedAndUnbuildable) {
                  R"({"change":"added","where":"global","path":"mode","new":"x"}]})");
     testsupport::writeFile(dir.file("bad.json"), R"({"wlan": []})");
     EXPECT_EQ(runTool("diff " + dir.file("bad.json") + " " + dir.file("new.json")).status, 2);
+}
+
+// --saved compares the AP's two saved slots, the older by modification time as OLD whichever
+// slot it is in, and is trouble (exit 2, one line) while fewer than two are saved.
+TEST(DiffTool, SavedComparesTheOlderSlotWithTheNewer) {
+    testsupport::TempDir dir;
+    const std::string saved = "diff --saved --saved-dir " + dir.path();
+    const std::string q1 = dir.file("json_q1.json");
+    const std::string q2 = dir.file("json_q2.json");
+    ToolRun none = runTool(saved);
+    EXPECT_EQ(none.status, 2);
+    EXPECT_EQ(none.err,
+              "jsoncfgplus diff: --saved needs both " + q1 + " and " + q2 + "; neither exists\n");
+    testsupport::writeFile(q2, R"({"device": {"hostname": "a", "led": 1}})");
+    ToolRun one = runTool(saved);
+    EXPECT_EQ(one.status, 2);
+    EXPECT_EQ(one.err, "jsoncfgplus diff: --saved needs both " + q1 + " and " + q2 + "; only " +
+                           q2 + " exists\n");
+
+    testsupport::writeFile(q1, R"({"device": {"hostname": "a", "led": 2}})");
+    auto now = std::filesystem::file_time_type::clock::now();
+    struct Row {
+        const char* older;
+        const char* out;
+    } rows[] = {{"json_q2.json", "changed global: led: 1 -> 2\n"},
+                {"json_q1.json", "changed global: led: 2 -> 1\n"}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.older);
+        for (const std::string& slot : {q1, q2}) {
+            bool older = slot == dir.file(row.older);
+            std::filesystem::last_write_time(slot, now - std::chrono::seconds(older ? 60 : 30));
+        }
+        ToolRun run = runTool(saved);
+        EXPECT_EQ(run.status, 1) << run.err;
+        EXPECT_EQ(run.out, row.out);
+    }
+    const std::vector<std::string> misuses = {saved + " " + q1 + " " + q2,
+                                              "diff --saved-dir /tmp a b"};
+    for (const std::string& args : misuses) EXPECT_EQ(runTool(args).status, 2) << args;
 }
 
 // The example with one text replaced, for documents that differ from it in one place.

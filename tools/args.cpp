@@ -39,6 +39,14 @@ const std::vector<std::string>& Args::positionals(size_t count) const {
     return m_positionals;
 }
 
+const std::vector<std::string>& Args::positionalsAtLeast(size_t count) const {
+    if (m_positionals.size() < count) {
+        throw UsageError("expected at least " + std::to_string(count) + " argument" +
+                         (count == 1 ? "" : "s") + ", got " + std::to_string(m_positionals.size()));
+    }
+    return m_positionals;
+}
+
 std::string inputPath(const std::string& argument) {
     return argument == "-" ? "/dev/stdin" : argument;
 }

@@ -27,6 +27,8 @@ class Args {
     bool hasOption(const std::string& name) const { return m_options.count(name) != 0; }
     // Exactly count positionals, or a usage error.
     const std::vector<std::string>& positionals(size_t count) const;
+    // At least count positionals, or a usage error.
+    const std::vector<std::string>& positionalsAtLeast(size_t count) const;
 
   private:
     std::set<std::string> m_switches;

@@ -21,6 +21,7 @@
 #include "json_equal.h"
 #include "json_out.h"
 #include "library_lines.h"
+#include "saved_documents.h"
 
 namespace tool {
 
@@ -465,8 +466,25 @@ const char* compactJson(json_object* value) {
 }
 
 int runDiff(int argc, char** argv) {
-    Args args(argc, argv, {"json", "verbose"}, {"icon-dir"});
-    const std::vector<std::string>& files = args.positionals(2);
+    Args args(argc, argv, {"json", "verbose", "saved"}, {"icon-dir", "saved-dir"});
+    if (args.hasOption("saved-dir") && !args.has("saved"))
+        throw UsageError("--saved-dir goes with --saved");
+    std::vector<std::string> files;
+    if (args.has("saved")) {
+        args.positionals(0);
+        const std::string dir = args.option("saved-dir", "/tmp");
+        files = savedDocumentsOldestFirst(dir);
+        if (files.size() < 2) {
+            std::string found = files.empty() ? "neither exists" : "only " + files[0] + " exists";
+            std::fprintf(stderr,
+                         "jsoncfgplus diff: --saved needs both %s/json_q1.json and "
+                         "%s/json_q2.json; %s\n",
+                         dir.c_str(), dir.c_str(), found.c_str());
+            return kNotBuilt;
+        }
+    } else {
+        files = args.positionals(2);
+    }
     useIconDir(args);
     JsonPtr built[2];
     for (int i = 0; i < 2; ++i) {

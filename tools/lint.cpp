@@ -12,11 +12,17 @@
 namespace lint {
 
 void Findings::error(const std::string& pointer, const std::string& message) {
-    m_problems.push_back(Problem{Severity::Error, pointer, message});
+    add(Problem{Severity::Error, pointer, message});
 }
 
 void Findings::warning(const std::string& pointer, const std::string& message) {
-    m_problems.push_back(Problem{Severity::Warning, pointer, message});
+    add(Problem{Severity::Warning, pointer, message});
+}
+
+void Findings::add(Problem problem) {
+    if (problem.line == 0 && m_members != nullptr)
+        m_members->locate(problem.pointer, problem.line, problem.column);
+    m_problems.push_back(std::move(problem));
 }
 
 size_t Findings::count(Severity severity) const {
@@ -76,6 +82,7 @@ namespace {
 void addSyntaxProblem(const std::string& text, size_t offset, Severity severity,
                       const std::string& what, Findings& out) {
     Problem problem{severity, "", what};
+    problem.rule = "syntax";
     TextPositions(text).at(offset, problem.line, problem.column);
     out.add(std::move(problem));
 }
@@ -205,7 +212,7 @@ Findings lintText(const std::string& text) {
     Findings out;
     RootGuard guard{parseText(text, out)};
     if (out.count(Severity::Error) != 0) return out;
-    checkStrictJson(text, out);
+    out.locateIn(checkStrictJson(text, out));
     if (!isType(guard.root, json_type_object)) {
         out.error("", "the document is " + describeType(guard.root) +
                           ", not an object; the AP refuses it");

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 // lint: every problem of a document in one run, each with a severity, the JSON Pointer of the
-// member it concerns and a one-line message. The checks read the JSON tree; the library's build
-// is never run, so its output and results stay exactly as they are. Only the filter rules are
-// judged by the library's own converter, its lines kept off standard output.
+// member it concerns, that member's line and column in the text, and a one-line message. The
+// checks read the JSON tree; the library's build is never run, so its output and results stay
+// exactly as they are. Only the filter rules are judged by the library's own converter, its
+// lines kept off standard output.
 #ifndef JSONCFGPLUS_TOOLS_LINT_H
 #define JSONCFGPLUS_TOOLS_LINT_H
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -19,20 +21,30 @@ struct Problem {
     Severity severity;
     std::string pointer;  // RFC 6901; "" is the whole document
     std::string message;
-    int line = 0;  // 1-based position in the text, for syntax and strict JSON problems
+    int line = 0;  // 1-based position in the text of the member; 0 only when there is no text
     int column = 0;
+    // The kind of check, as code-scanning dashboards group results.
+    std::string rule = "document";
 };
+
+class MemberPositions;
 
 class Findings {
   public:
     void error(const std::string& pointer, const std::string& message);
     void warning(const std::string& pointer, const std::string& message);
-    void add(Problem problem) { m_problems.push_back(std::move(problem)); }
+    // A problem without a position gets that of its pointer's member once the text is located.
+    void add(Problem problem);
     const std::vector<Problem>& problems() const { return m_problems; }
     size_t count(Severity severity) const;
+    // Where the members of the text stand, for the problems added from now on.
+    void locateIn(std::shared_ptr<const MemberPositions> members) {
+        m_members = std::move(members);
+    }
 
   private:
     std::vector<Problem> m_problems;
+    std::shared_ptr<const MemberPositions> m_members;
 };
 
 // Every problem of a document text, syntax first.

@@ -35,10 +35,12 @@ size_t utf8Length(const std::string& text, size_t at) {
 
 class Scanner {
   public:
-    Scanner(const std::string& text, Findings& out) : m_text(text), m_out(out) {}
+    Scanner(const std::string& text, MemberPositions& members, Findings& out)
+        : m_text(text), m_members(members), m_positions(members.text()), m_out(out) {}
 
     void run() {
         skipSpace("");
+        m_members.set("", m_at);
         if (!value("")) return;
         skipSpace("");
         // Text after the document is the syntax check's to report.
@@ -49,7 +51,8 @@ class Scanner {
     static constexpr int kMaxDepth = 256;
 
     const std::string& m_text;
-    const TextPositions m_positions{m_text};
+    MemberPositions& m_members;
+    const TextPositions& m_positions;
     Findings& m_out;
     int m_depth = 0;
     size_t m_at = 0;
@@ -60,6 +63,7 @@ class Scanner {
 
     void warn(size_t offset, const std::string& pointer, const std::string& message) {
         Problem problem{Severity::Warning, pointer, message};
+        problem.rule = "strict-json";
         m_positions.at(offset, problem.line, problem.column);
         m_out.add(std::move(problem));
     }
@@ -110,6 +114,54 @@ class Scanner {
         warn(at, pointer, "a string in single quotes; strict JSON needs double quotes");
     }
 
+    // The code point of four hex digits at, or -1.
+    long hex4(size_t at) const {
+        if (at + 4 > m_text.size()) return -1;
+        long value = 0;
+        for (size_t i = at; i < at + 4; ++i) {
+            int digit = std::isxdigit(static_cast<unsigned char>(m_text[i])) == 0 ? -1
+                        : std::isdigit(static_cast<unsigned char>(m_text[i])) != 0
+                            ? m_text[i] - '0'
+                            : (std::tolower(static_cast<unsigned char>(m_text[i])) - 'a' + 10);
+            if (digit < 0) return -1;
+            value = value * 16 + digit;
+        }
+        return value;
+    }
+
+    // "\uXXXX" at m_at (a surrogate pair as one), appended as UTF-8 as json-c decodes it, so
+    // a key written with escapes is the key the build sees; false when it is not one.
+    bool unicodeEscape(std::string& text) {
+        long code = hex4(m_at + 2);
+        if (code < 0) return false;
+        m_at += 6;
+        long low = code >= 0xD800 && code < 0xDC00 && peek() == '\\' && m_at + 1 < m_text.size() &&
+                           m_text[m_at + 1] == 'u'
+                       ? hex4(m_at + 2)
+                       : -1;
+        if (low >= 0xDC00 && low < 0xE000) {
+            code = 0x10000 + ((code - 0xD800) << 10) + (low - 0xDC00);
+            m_at += 6;
+        }
+        auto byte = [&text](long b) { text += static_cast<char>(b); };
+        if (code < 0x80) {
+            byte(code);
+        } else if (code < 0x800) {
+            byte(0xC0 | (code >> 6));
+            byte(0x80 | (code & 0x3F));
+        } else if (code < 0x10000) {
+            byte(0xE0 | (code >> 12));
+            byte(0x80 | ((code >> 6) & 0x3F));
+            byte(0x80 | (code & 0x3F));
+        } else {
+            byte(0xF0 | (code >> 18));
+            byte(0x80 | ((code >> 12) & 0x3F));
+            byte(0x80 | ((code >> 6) & 0x3F));
+            byte(0x80 | (code & 0x3F));
+        }
+        return true;
+    }
+
     // A string at m_at, in double or single quotes; its text with simple escapes undone, for
     // comparing keys.
     std::string string(const std::string& pointer, bool tellQuotes = true) {
@@ -122,6 +174,7 @@ class Scanner {
         while (!atEnd() && peek() != quote) {
             if (peek() == '\\' && m_at + 1 < m_text.size()) {
                 char escaped = m_text[m_at + 1];
+                if (escaped == 'u' && unicodeEscape(text)) continue;
                 const char* from = "bfnrt";
                 const char* to = "\b\f\n\r\t";
                 const char* found = std::strchr(from, escaped);
@@ -223,7 +276,10 @@ class Scanner {
                 // A key in single quotes is told at the member it names.
                 bool single = peek() == '\'';
                 std::string key = string(pointer, false);
+                // json-c keeps keys as C strings: an escaped NUL ends the key the build sees.
+                key.resize(std::strlen(key.c_str()));
                 member = pointerTo(pointer, key);
+                m_members.set(member, keyAt);
                 if (single) singleQuoted(keyAt, member);
                 auto first = keys.emplace(key, keyAt);
                 if (!first.second) {
@@ -239,10 +295,12 @@ class Scanner {
                 skipSpace(member);
                 if (peek() != ':') return false;
                 ++m_at;
+                skipSpace(member);
             } else {
                 member = pointerTo(pointer, index++);
+                skipSpace(member);
+                m_members.set(member, m_at);
             }
-            skipSpace(member);
             if (!value(member)) return false;
             skipSpace(pointer);
             if (peek() == close) {
@@ -279,8 +337,23 @@ void TextPositions::at(size_t offset, int& line, int& column) const {
     column = static_cast<int>(offset - *(next - 1)) + 1;
 }
 
-void checkStrictJson(const std::string& text, Findings& out) {
-    Scanner(text, out).run();
+bool MemberPositions::locate(const std::string& pointer, int& line, int& column) const {
+    for (std::string at = pointer;;) {
+        auto found = m_offsets.find(at);
+        if (found != m_offsets.end()) {
+            m_text.at(found->second, line, column);
+            return true;
+        }
+        if (at.empty()) return false;
+        size_t slash = at.rfind('/');
+        at.erase(slash == std::string::npos ? 0 : slash);
+    }
+}
+
+std::shared_ptr<const MemberPositions> checkStrictJson(const std::string& text, Findings& out) {
+    auto members = std::make_shared<MemberPositions>(text);
+    Scanner(text, *members, out).run();
+    return members;
 }
 
 }  // namespace lint

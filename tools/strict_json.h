@@ -7,16 +7,14 @@
 #ifndef JSONCFGPLUS_TOOLS_STRICT_JSON_H
 #define JSONCFGPLUS_TOOLS_STRICT_JSON_H
 
+#include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "lint.h"
 
 namespace lint {
-
-// Adds a warning for every such place in a text json-c has parsed; a text it could not parse
-// gives what was found before the scan lost its way.
-void checkStrictJson(const std::string& text, Findings& out);
 
 // Lines and byte columns (both from 1) of offsets in one text, each found in logarithmic time,
 // so a document with many problems is not read again for each.
@@ -29,6 +27,27 @@ class TextPositions {
     std::vector<size_t> m_lineStarts;
     size_t m_size;
 };
+
+// Where each member of one text starts, by its JSON Pointer: an object member at its key, an
+// array item at its value, "" at the document's value. Of duplicate keys the last is kept, as
+// it is the one the AP keeps.
+class MemberPositions {
+  public:
+    explicit MemberPositions(const std::string& text) : m_text(text) {}
+    const TextPositions& text() const { return m_text; }
+    void set(const std::string& pointer, size_t offset) { m_offsets[pointer] = offset; }
+    // The position of the member, or of its nearest ancestor in the text when it has none
+    // (a missing member is told where it belongs); false only for a text without a document.
+    bool locate(const std::string& pointer, int& line, int& column) const;
+
+  private:
+    TextPositions m_text;
+    std::unordered_map<std::string, size_t> m_offsets;
+};
+
+// Adds a warning for every such place in a text json-c has parsed, and returns where each
+// member starts; a text it could not parse gives what was found before the scan lost its way.
+std::shared_ptr<const MemberPositions> checkStrictJson(const std::string& text, Findings& out);
 
 }  // namespace lint
 
