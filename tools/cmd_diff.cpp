@@ -18,6 +18,7 @@
 #include "commands.h"
 #include "diff_change.h"
 #include "diff_rules.h"
+#include "item_pairing.h"
 #include "json_equal.h"
 #include "json_out.h"
 #include "library_lines.h"
@@ -298,30 +299,14 @@ class Differ {
     // changed, and field by field for a paired item that differs.
     void compareItems(const std::string& where, const std::string& path, json_object* before,
                       json_object* after, const std::string& parent) {
-        const size_t oldCount = length(before);
-        const size_t newCount = length(after);
-        auto oldItem = [before](size_t i) { return json_object_array_get_idx(before, i); };
-        auto newItem = [after](size_t j) { return json_object_array_get_idx(after, j); };
-        constexpr size_t kNone = SIZE_MAX;
-        std::vector<size_t> pairOf(newCount, kNone);
-        std::vector<bool> oldPaired(oldCount, false);
-        auto pairBy = [&](const std::function<std::string(json_object*)>& keyOf) {
-            std::unordered_map<std::string, std::vector<size_t>> waiting;
-            for (size_t i = oldCount; i-- > 0;) {
-                if (!oldPaired[i]) waiting[keyOf(oldItem(i))].push_back(i);
-            }
-            for (size_t j = 0; j < newCount; ++j) {
-                if (pairOf[j] != kNone) continue;
-                auto found = waiting.find(keyOf(newItem(j)));
-                if (found == waiting.end() || found->second.empty()) continue;
-                pairOf[j] = found->second.back();
-                found->second.pop_back();
-                oldPaired[pairOf[j]] = true;
-            }
-        };
-        pairBy([](json_object* item) { return std::string(compactJson(item)); });
+        ItemPairing pairing(before, after);
+        auto oldItem = [&pairing](size_t i) { return pairing.oldItem(i); };
+        auto newItem = [&pairing](size_t j) { return pairing.newItem(j); };
+        const size_t oldCount = pairing.oldCount();
+        const size_t newCount = pairing.newCount();
+        pairing.pairBy([](json_object* item) { return std::string(compactJson(item)); });
         // The same item at another precedence: moved, as a person moves a rule.
-        pairBy([&parent](json_object* item) {
+        pairing.pairBy([&parent](json_object* item) {
             json_object* shown = summary(item, parent);
             json_object_object_del(shown, "precedence");
             std::string key = compactJson(shown);
@@ -329,24 +314,25 @@ class Differ {
             return key;
         });
         // An item without a precedence never pairs by it: its key is unique to it.
-        pairBy([&parent](json_object* item) {
+        pairing.pairBy([&parent](json_object* item) {
             std::string precedence = precedenceOf(item, parent);
             return precedence.empty() ? "#" + std::to_string(reinterpret_cast<uintptr_t>(item))
                                       : precedence;
         });
         size_t nextOld = 0;
         for (size_t j = 0; j < newCount; ++j) {
-            if (pairOf[j] != kNone || !precedenceOf(newItem(j), parent).empty()) continue;
+            if (pairing.pairOf(j) != ItemPairing::kNone ||
+                !precedenceOf(newItem(j), parent).empty())
+                continue;
             while (nextOld < oldCount &&
-                   (oldPaired[nextOld] || !precedenceOf(oldItem(nextOld), parent).empty()))
+                   (pairing.oldPaired(nextOld) || !precedenceOf(oldItem(nextOld), parent).empty()))
                 ++nextOld;
             if (nextOld == oldCount) break;
-            pairOf[j] = nextOld;
-            oldPaired[nextOld] = true;
+            pairing.pair(j, nextOld);
         }
 
         for (size_t i = 0; i < oldCount; ++i) {
-            if (!oldPaired[i])
+            if (!pairing.oldPaired(i))
                 add("removed", where, indexed(path, i), oldItem(i), nullptr,
                     summaryText(oldItem(i), parent));
         }
@@ -354,12 +340,12 @@ class Differ {
         size_t lastOld = 0;
         bool anyKept = false;
         for (size_t j = 0; j < newCount; ++j) {
-            if (pairOf[j] == kNone) {
+            if (pairing.pairOf(j) == ItemPairing::kNone) {
                 add("inserted", where, indexed(path, j), nullptr, newItem(j),
                     summaryText(newItem(j), parent));
                 continue;
             }
-            json_object* old = oldItem(pairOf[j]);
+            json_object* old = oldItem(pairing.pairOf(j));
             std::string oldPrecedence = precedenceOf(old, parent);
             std::string newPrecedence = precedenceOf(newItem(j), parent);
             if (oldPrecedence != newPrecedence) {
@@ -369,9 +355,9 @@ class Differ {
                         newPrecedence);
                 continue;
             }
-            if (anyKept && pairOf[j] < lastOld) reordered = true;
+            if (anyKept && pairing.pairOf(j) < lastOld) reordered = true;
             anyKept = true;
-            lastOld = pairOf[j];
+            lastOld = pairing.pairOf(j);
             compareEntry(where, indexed(path, j), old, newItem(j), parent);
         }
         if (reordered) add("reordered", where, path, before, after, "items in another order");

@@ -7,6 +7,7 @@
 #include <unordered_map>
 
 #include "convert/ap_records.h"
+#include "item_pairing.h"
 #include "json_equal.h"
 
 namespace tool {
@@ -110,49 +111,29 @@ bool areRuleRecords(json_object* before, json_object* after) {
 
 void compareRuleRecords(const std::string& where, const std::string& path, json_object* before,
                         json_object* after, std::vector<Change>& out) {
-    const size_t oldCount = length(before);
-    const size_t newCount = length(after);
-    auto oldRule = [before](size_t i) { return json_object_array_get_idx(before, i); };
-    auto newRule = [after](size_t j) { return json_object_array_get_idx(after, j); };
-    constexpr size_t kNone = SIZE_MAX;
-    std::vector<size_t> pairOf(newCount, kNone);
-    std::vector<bool> oldPaired(oldCount, false);
-    // From the closest likeness to the loosest, each rule paired once, in order of position.
-    auto pairBy = [&](const std::function<std::string(json_object*)>& keyOf) {
-        std::unordered_map<std::string, std::vector<size_t>> waiting;
-        for (size_t i = oldCount; i-- > 0;) {
-            if (!oldPaired[i]) waiting[keyOf(oldRule(i))].push_back(i);
-        }
-        for (size_t j = 0; j < newCount; ++j) {
-            if (pairOf[j] != kNone) continue;
-            auto found = waiting.find(keyOf(newRule(j)));
-            if (found == waiting.end() || found->second.empty()) continue;
-            pairOf[j] = found->second.back();
-            found->second.pop_back();
-            oldPaired[pairOf[j]] = true;
-        }
-    };
-    pairBy([](json_object* rule) { return identity(rule, true); });
-    pairBy([](json_object* rule) { return identity(rule, false); });
-    pairBy(precedenceOf);
+    // From the closest likeness to the loosest.
+    ItemPairing pairing(before, after);
+    pairing.pairBy([](json_object* rule) { return identity(rule, true); });
+    pairing.pairBy([](json_object* rule) { return identity(rule, false); });
+    pairing.pairBy(precedenceOf);
 
-    for (size_t i = 0; i < oldCount; ++i) {
-        if (!oldPaired[i])
-            out.push_back(
-                Change{"removed", where, path, oldRule(i), nullptr, describe(oldRule(i)), ""});
+    for (size_t i = 0; i < pairing.oldCount(); ++i) {
+        json_object* rule = pairing.oldItem(i);
+        if (!pairing.oldPaired(i))
+            out.push_back(Change{"removed", where, path, rule, nullptr, describe(rule), ""});
     }
     std::vector<size_t> keptOrder;  // old positions of the rules that kept their precedence
     std::unordered_map<std::string, int> keptPrecedences;
-    for (size_t j = 0; j < newCount; ++j) {
-        json_object* rule = newRule(j);
-        if (pairOf[j] == kNone) {
+    for (size_t j = 0; j < pairing.newCount(); ++j) {
+        json_object* rule = pairing.newItem(j);
+        if (pairing.pairOf(j) == ItemPairing::kNone) {
             out.push_back(Change{"inserted", where, path, nullptr, rule, describe(rule), ""});
             continue;
         }
-        json_object* old = oldRule(pairOf[j]);
+        json_object* old = pairing.oldItem(pairing.pairOf(j));
         bool samePrecedence = precedenceOf(old) == precedenceOf(rule);
         if (samePrecedence) {
-            keptOrder.push_back(pairOf[j]);
+            keptOrder.push_back(pairing.pairOf(j));
             ++keptPrecedences[precedenceOf(rule)];
         }
         if (sameJson(old, rule)) continue;
