@@ -7,7 +7,7 @@
 #include <sys/time.h>
 
 #include "api/clock.h"
-#include "api/redis_client.h"
+#include "document/redis_client.h"
 
 namespace fuzzseams {
 

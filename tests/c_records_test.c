@@ -8,8 +8,9 @@
 #include <string.h>
 
 #include <jsoncfgplus/addr/addrchk.h>
-#include <jsoncfgplus/api/export.h>
 #include <jsoncfgplus/api/jsoncfgplus.h>
+#include <jsoncfgplus/base/export.h>
+#include <jsoncfgplus/base/records.h>
 #include <jsoncfgplus/convert/ap_records.h>
 #include <jsoncfgplus/platform/byte_order.h>
 #include <jsoncfgplus/platform/platform.h>

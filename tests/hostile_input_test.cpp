@@ -8,9 +8,9 @@
 #include <filesystem>
 #include <map>
 
-#include "api/redis_client.h"
 #include "document/element_budget.h"
 #include "document/json_cfg_plus.h"
+#include "document/redis_client.h"
 #include "test_support.h"
 
 namespace {

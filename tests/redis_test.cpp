@@ -4,8 +4,8 @@
 #include <memory>
 #include <string>
 
-#include "api/redis_client.h"
 #include "document/json_cfg_plus.h"
+#include "document/redis_client.h"
 #include "document/redis_source.h"
 #include "redis_server.h"
 #include "test_support.h"

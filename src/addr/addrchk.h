@@ -6,7 +6,7 @@
 
 #include <stdint.h>
 
-#include "../api/export.h"
+#include "../base/export.h"
 
 #ifdef __cplusplus
 extern "C" {

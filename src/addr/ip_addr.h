@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <string>
 
-#include "../api/export.h"
+#include "../base/export.h"
 
 class JCP_EXPORT IPAddr {
   public:

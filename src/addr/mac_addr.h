@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "../api/export.h"
+#include "../base/export.h"
 
 class JCP_EXPORT MACAddr {
   public:

@@ -6,9 +6,9 @@
 
 #include <string>
 
-#include "api/decimal_int_priv.h"
-#include "api/diag.h"
-#include "api/entry_guard_priv.h"
+#include "base/decimal_int_priv.h"
+#include "base/diag.h"
+#include "base/entry_guard_priv.h"
 #include "document/read_file.h"
 
 namespace {

@@ -6,7 +6,7 @@
 
 #include <string>
 
-#include "export.h"
+#include "../base/export.h"
 #include "jsoncfgplus.h"
 
 class JCP_EXPORT jsonCfgPlusDebugCfg {

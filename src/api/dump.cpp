@@ -2,9 +2,9 @@
 // Readable dump of a result record, section by section.
 #include <string>
 
-#include "api/diag.h"
-#include "api/entry_guard_priv.h"
 #include "api/jsoncfgplus.h"
+#include "base/diag.h"
+#include "base/entry_guard_priv.h"
 #include "model/cfg_element.h"
 
 namespace {

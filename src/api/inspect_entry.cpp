@@ -5,9 +5,9 @@
 #include <memory>
 
 #include "api/clock.h"
-#include "api/diag.h"
-#include "api/entry_guard_priv.h"
 #include "api/jsoncfgplus.h"
+#include "base/diag.h"
+#include "base/entry_guard_priv.h"
 #include "document/json_cfg_plus.h"
 
 namespace {

@@ -3,11 +3,11 @@
 #include <memory>
 #include <new>
 
-#include "api/diag.h"
-#include "api/entry_guard_priv.h"
 #include "api/jsoncfgplus.h"
-#include "api/parse_document_priv.h"
+#include "base/diag.h"
+#include "base/entry_guard_priv.h"
 #include "document/json_cfg_plus.h"
+#include "document/parse_document_priv.h"
 #include "document/read_file.h"
 
 namespace {

@@ -6,11 +6,11 @@
 #include <memory>
 #include <string>
 
-#include "api/diag.h"
-#include "api/entry_guard_priv.h"
 #include "api/jsoncfgplus.h"
-#include "api/redis_client.h"
+#include "base/diag.h"
+#include "base/entry_guard_priv.h"
 #include "document/json_cfg_plus.h"
+#include "document/redis_client.h"
 
 namespace {
 

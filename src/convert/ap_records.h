@@ -4,7 +4,7 @@
  * fields, explicit padding, little-endian, zero-filled before use. A converter hands each list
  * of records to the caller as one entry of kind CFG_BYTES (5) whose value holds the records
  * back to back; the entry's name says which record it holds (see the table in
- * api/jsoncfgplus.h). The header compiles as C11 and as C++; every size and offset is checked
+ * base/records.h). The header compiles as C11 and as C++; every size and offset is checked
  * at compile time in both languages, so a daemon built with its own compiler reads the same
  * bytes the library wrote.
  */

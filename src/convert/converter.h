@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "../api/export.h"
+#include "../base/export.h"
 #include "../document/json_cfg_plus.h"
 #include "../model/cfg_element.h"
 #include "ap_records.h"

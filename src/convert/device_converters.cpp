@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "addr/ip_addr.h"
-#include "api/diag.h"
+#include "base/diag.h"
 #include "convert/converter.h"
 #include "convert/device_print.h"
 #include "convert/element_print.h"

@@ -4,7 +4,7 @@
 #ifndef JSONCFGPLUS_CONVERT_DEVICE_PRINT_H
 #define JSONCFGPLUS_CONVERT_DEVICE_PRINT_H
 
-#include "../api/jsoncfgplus.h"
+#include "../base/records.h"
 
 // The ARP-guard record: its count and the addresses in use, numbered from 1, as an object.
 // A value shorter than the record renders "{ }".

@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "../api/export.h"
+#include "../base/export.h"
 
 // An ordered table of name and value pairs, looked up by exact name.
 using naiEapTable = std::vector<std::pair<std::string, int>>;

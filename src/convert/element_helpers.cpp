@@ -6,7 +6,7 @@
 
 #include "addr/ip_addr.h"
 #include "addr/mac_addr.h"
-#include "api/decimal_int_priv.h"
+#include "base/decimal_int_priv.h"
 #include "convert/converter.h"
 #include "convert/element_print.h"
 

@@ -7,7 +7,7 @@
 
 #include <string>
 
-#include "../api/jsoncfgplus.h"
+#include "../base/records.h"
 
 char* printApiCfgPlusNetworkIpAddr(apiCfgPlusEntry* entry, unsigned int indent);
 char* printApiCfgPlusLocalIpAddr(apiCfgPlusEntry* entry, unsigned int indent);

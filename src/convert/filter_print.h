@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <string>
 
-#include "../api/jsoncfgplus.h"
+#include "../base/records.h"
 #include "ap_records.h"
 
 // The set flag names, each followed by ",", in the order the daemon's tools list them.

@@ -5,7 +5,7 @@
 #include <cctype>
 #include <cstring>
 
-#include "api/diag.h"
+#include "base/diag.h"
 #include "convert/hotspot_print.h"
 #include "convert/hotspot_priv.h"
 

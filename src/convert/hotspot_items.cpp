@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "api/diag.h"
+#include "base/diag.h"
 #include "convert/hotspot_priv.h"
 #include "convert/rule_fields_priv.h"
 

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cctype>
 
-#include "api/diag.h"
+#include "base/diag.h"
 #include "convert/hotspot_icons.h"
 #include "convert/hotspot_print.h"
 #include "convert/hotspot_priv.h"

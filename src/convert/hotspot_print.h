@@ -6,7 +6,7 @@
 #ifndef JSONCFGPLUS_CONVERT_HOTSPOT_PRINT_H
 #define JSONCFGPLUS_CONVERT_HOTSPOT_PRINT_H
 
-#include "../api/jsoncfgplus.h"
+#include "../base/records.h"
 
 // _3GPP_CELL_NET records: "mcc", "mnc".
 char* printApiCfgPlusCellNet(apiCfgPlusEntry* entry, unsigned int indent);

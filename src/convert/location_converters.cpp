@@ -3,7 +3,7 @@
 // names, and turn the sensor-server list into "host:port" strings.
 #include <string>
 
-#include "api/diag.h"
+#include "base/diag.h"
 #include "convert/converter.h"
 
 namespace {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The conversion pipeline: every converter in its fixed order, stopping at the first failure.
-#include "api/entry_guard_priv.h"
-#include "api/parse_document_priv.h"
+#include "convert/pipeline_priv.h"
+
 #include "convert/converter.h"
 
 namespace {
@@ -47,16 +47,16 @@ static_assert(sizeof(kPipeline) / sizeof(kPipeline[0]) == 31, "the pipeline has 
 
 }  // namespace
 
-extern "C" int jsonCfgPlusParserCallback(jsonCfgPlus* document) {
-    if (document == nullptr) return -1;
-    return jcp::guardEntry("jsonCfgPlusParserCallback", -1, [document] {
-        jcp::releaseTableBeforeOwnPipeline(*document);
-        cfgPlusApiConverter converter;
-        int result = 0;
-        for (Step step : kPipeline) {
-            result = (converter.*step)(*document);
-            if (result != 0) break;
-        }
-        return result;
-    });
+namespace jcp {
+
+int runPipeline(jsonCfgPlus& document) {
+    cfgPlusApiConverter converter;
+    int result = 0;
+    for (Step step : kPipeline) {
+        result = (converter.*step)(document);
+        if (result != 0) break;
+    }
+    return result;
 }
+
+}  // namespace jcp

@@ -5,7 +5,7 @@
 #include <iterator>
 #include <string>
 
-#include "api/diag.h"
+#include "base/diag.h"
 #include "convert/converter.h"
 
 namespace {

@@ -2,11 +2,10 @@
 // Rate tables, wireless-mode masks, and the derivation of a radio's wireless mode from the
 // rate names a manager configured for it.
 #include "convert/rates.h"
+#include "convert/rates_priv.h"
 
 #include <algorithm>
 #include <cstring>
-
-#include "api/jsoncfgplus.h"
 
 namespace jcp {
 
@@ -80,8 +79,10 @@ bool inTable(const std::vector<std::string>& table, const char* name) {
 // without one the mode is derived from the rates. -1 leaves *mode untouched: a 2.4 GHz list
 // with no b, g or mcs rate, or a band other than 0 to 2. *basic points into the caller's
 // strings, past any "basic-". Null outputs are not written.
-extern "C" int jsonCfgPlusRates2WirelessMode(int band, const char** rates, int count,
-                                             uint32_t* mode, const char** basic) {
+namespace jcp {
+
+int ratesToWirelessMode(int band, const char** rates, int count, uint32_t* mode,
+                        const char** basic) {
     // A null list or a negative count is an empty list; null names are skipped.
     std::vector<const char*> names;
     for (int i = 0; rates != nullptr && i < count; ++i) {
@@ -135,3 +136,5 @@ extern "C" int jsonCfgPlusRates2WirelessMode(int band, const char** rates, int c
     if (mode != nullptr) *mode = m;
     return 0;
 }
+
+}  // namespace jcp

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The 802.11 rate tables and wireless-mode masks shared with outside callers, and the
-// translation of configured rate names into a wireless mode (jsonCfgPlusRates2WirelessMode,
-// declared with the other C entries in api/jsoncfgplus.h).
+// translation of configured rate names into a wireless mode (behind the exported
+// jsonCfgPlusRates2WirelessMode).
 #ifndef JSONCFGPLUS_CONVERT_RATES_H
 #define JSONCFGPLUS_CONVERT_RATES_H
 
@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "../api/export.h"
+#include "../base/export.h"
 
 // The tables live in a namespace so that their link names are C++ names: the library's plain
 // (C) exports stay exactly its C entries. The using-declarations below keep the plain names.

@@ -6,7 +6,7 @@
 #include <cstring>
 
 #include "addr/ip_addr.h"
-#include "api/diag.h"
+#include "base/diag.h"
 #include "convert/converter.h"
 #include "convert/topology_print.h"
 

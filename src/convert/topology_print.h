@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string>
 
-#include "../api/jsoncfgplus.h"
+#include "../base/records.h"
 #include "ap_records.h"
 
 // The "cen_topologies" entry: its indentation and name, then every TOPOLOGY_ENTRY of the

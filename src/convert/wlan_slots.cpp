@@ -8,7 +8,7 @@
 #include <list>
 #include <vector>
 
-#include "api/diag.h"
+#include "base/diag.h"
 #include "convert/converter.h"
 #include "platform/platform_calls_priv.h"
 

@@ -4,7 +4,7 @@
 
 #include <cstring>
 
-#include "api/diag.h"
+#include "base/diag.h"
 
 namespace {
 

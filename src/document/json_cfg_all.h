@@ -11,7 +11,7 @@
 #include <string>
 #include <unordered_map>
 
-#include "../api/export.h"
+#include "../base/export.h"
 
 // One top-level member of the document, indexed for lookup by element name.
 class JCP_EXPORT jsonCfgObj {

@@ -10,9 +10,9 @@
 #include <string>
 #include <vector>
 
-#include "../api/diag.h"
-#include "../api/export.h"
-#include "../api/jsoncfgplus.h"
+#include "../base/diag.h"
+#include "../base/export.h"
+#include "../base/records.h"
 #include "../model/cfg_element.h"
 #include "../model/cfg_element_index.h"
 #include "json_cfg_all.h"

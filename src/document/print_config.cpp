@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Element-side dump of a built document, before conversion to entries.
-#include "api/diag.h"
+#include "base/diag.h"
 #include "document/json_cfg_plus.h"
 
 namespace {

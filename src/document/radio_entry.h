@@ -8,7 +8,7 @@
 #include <type_traits>
 #include <vector>
 
-#include "../api/export.h"
+#include "../base/export.h"
 #include "../model/cfg_element.h"
 
 // One WLAN service (VNS) or meshpoint on one radio.

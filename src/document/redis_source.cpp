@@ -2,9 +2,9 @@
 // Building a document from the text stored under the Redis key a pointer document names.
 #include "document/redis_source.h"
 
-#include "api/diag.h"
-#include "api/redis_client.h"
+#include "base/diag.h"
 #include "document/json_cfg_plus.h"
+#include "document/redis_client.h"
 
 namespace jcp {
 

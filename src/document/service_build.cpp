@@ -3,7 +3,7 @@
 #include <climits>
 #include <cstring>
 
-#include "api/diag.h"
+#include "base/diag.h"
 #include "document/json_by_name_priv.h"
 #include "document/json_cfg_plus.h"
 #include "document/merge_priv.h"

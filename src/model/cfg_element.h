@@ -9,8 +9,8 @@
 #include <type_traits>
 #include <vector>
 
-#include "../api/export.h"
-#include "../api/jsoncfgplus.h"
+#include "../base/export.h"
+#include "../base/records.h"
 
 class cfgElement;
 

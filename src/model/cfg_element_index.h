@@ -9,7 +9,7 @@
 #include <string>
 #include <unordered_map>
 
-#include "../api/export.h"
+#include "../base/export.h"
 #include "cfg_element.h"
 
 // Valid while every change to the list goes through the index; the list object itself may

@@ -5,7 +5,7 @@
 
 #include <cstddef>
 
-#include "../api/jsoncfgplus.h"
+#include "../base/records.h"
 
 namespace jcp {
 

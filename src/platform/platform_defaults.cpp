@@ -2,7 +2,7 @@
 // The library's answers to the platform calls where the process has no platform library.
 #include <atomic>
 
-#include "api/diag.h"
+#include "base/diag.h"
 #include "platform/platform_calls_priv.h"
 
 namespace jcp {

@@ -7,8 +7,8 @@
 
 #include <string>
 
-#include "api/decimal_int_priv.h"
-#include "api/diag.h"
+#include "base/decimal_int_priv.h"
+#include "base/diag.h"
 
 namespace {
 

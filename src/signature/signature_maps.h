@@ -9,7 +9,7 @@
 #include <string>
 #include <unordered_map>
 
-#include "../api/export.h"
+#include "../base/export.h"
 
 // One manager-defined signature.
 class JCP_EXPORT cfgPlusExtendedSig {

@@ -10,6 +10,7 @@
 
 #include <string>
 
+#include "api/jsoncfgplus.h"
 #include "convert/converter.h"
 #include "platform/platform.h"
 

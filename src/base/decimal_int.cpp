@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The decimal conversion of a document's numeric texts, whose failure names the text.
-#include "api/decimal_int_priv.h"
+#include "base/decimal_int_priv.h"
 
 #include <cstdio>
 #include <stdexcept>

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 // redisClient: the blocking hiredis connection that stores and fetches documents.
-#ifndef JSONCFGPLUS_API_REDIS_CLIENT_H
-#define JSONCFGPLUS_API_REDIS_CLIENT_H
+#ifndef JSONCFGPLUS_DOCUMENT_REDIS_CLIENT_H
+#define JSONCFGPLUS_DOCUMENT_REDIS_CLIENT_H
 
 #include <sys/time.h>
 
 #include <memory>
 #include <string>
 
-#include "export.h"
+#include "../base/export.h"
 
 struct redisContext;
 

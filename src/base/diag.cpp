@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // Diagnostic line output and the caller's diagnostics handler.
-#include "api/diag.h"
+#include "base/diag.h"
 
 #include <cstdio>
 
-#include "api/jsoncfgplus.h"
+#include "base/records.h"
 
 // The handler receives the C levels; the two lists must not drift apart.
 static_assert(static_cast<int>(jcp::DiagLevel::progress) == JCP_DIAG_PROGRESS, "level");
@@ -68,7 +68,11 @@ void writeErrorLine(const std::string& text) {
 
 }  // namespace jcp
 
-void setJsonCfgPlusDiagHandler(jsonCfgPlusDiagHandler handler, void* context) {
+namespace jcp {
+
+void setDiagHandler(jsonCfgPlusDiagHandler handler, void* context) {
     gHandler = handler;
     gContext = handler != nullptr ? context : nullptr;
 }
+
+}  // namespace jcp

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What the library's own pipeline may do with the parse entry's document before it runs.
-#ifndef JSONCFGPLUS_API_PARSE_DOCUMENT_PRIV_H
-#define JSONCFGPLUS_API_PARSE_DOCUMENT_PRIV_H
+#ifndef JSONCFGPLUS_DOCUMENT_PARSE_DOCUMENT_PRIV_H
+#define JSONCFGPLUS_DOCUMENT_PARSE_DOCUMENT_PRIV_H
 
 #include "document/json_cfg_plus.h"
 

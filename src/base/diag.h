@@ -2,20 +2,26 @@
 // The one way the library writes diagnostics: whole lines, each with its level, to the
 // caller's handler (setJsonCfgPlusDiagHandler) or, when none is installed, to standard output,
 // ended and flushed. The handler sees exactly the text standard output would have shown.
-#ifndef JSONCFGPLUS_API_DIAG_H
-#define JSONCFGPLUS_API_DIAG_H
+#ifndef JSONCFGPLUS_BASE_DIAG_H
+#define JSONCFGPLUS_BASE_DIAG_H
 
 #include <sstream>
 #include <string>
 
+#include "records.h"
+
 namespace jcp {
 
-// The JCP_DIAG_* levels of api/jsoncfgplus.h, in the same order of severity.
+// The JCP_DIAG_* levels of base/records.h, in the same order of severity.
 enum class DiagLevel { progress = 0, info = 1, milestone = 2, warning = 3, error = 4 };
 
 // The level a line announces by its prefix ("JSON-Q+: ", "[WARN]", "[ERR]", ...); info when
 // it announces none.
 DiagLevel levelOfLine(const std::string& text);
+
+// Sends every line to handler (with context) instead of the standard streams; null restores
+// them.
+void setDiagHandler(jsonCfgPlusDiagHandler handler, void* context);
 
 // Writes one line at the level its prefix announces.
 void writeLine(const std::string& text);

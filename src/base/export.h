@@ -1,7 +1,7 @@
 /* SPDX-License-Identifier: MIT */
 /* Marks what the library exports; everything else is hidden. */
-#ifndef JSONCFGPLUS_API_EXPORT_H
-#define JSONCFGPLUS_API_EXPORT_H
+#ifndef JSONCFGPLUS_BASE_EXPORT_H
+#define JSONCFGPLUS_BASE_EXPORT_H
 
 #include "../platform/byte_order.h"
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // The hiredis connection behind the Redis transport and the build driver's Redis source.
-#include "api/redis_client.h"
+#include "document/redis_client.h"
 
 #include <hiredis/hiredis.h>
 
-#include "api/diag.h"
+#include "base/diag.h"
 
 namespace {
 

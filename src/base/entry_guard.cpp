@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // The "[ERR]" line of a C entry that refused a value the decimal conversion could not read.
-#include "api/entry_guard_priv.h"
+#include "base/entry_guard_priv.h"
 
 #include <cstring>
 
-#include "api/diag.h"
+#include "base/diag.h"
 
 namespace jcp {
 

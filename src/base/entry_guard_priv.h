@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The guard every exported C entry runs its body in: a document must never kill a C daemon.
-#ifndef JSONCFGPLUS_API_ENTRY_GUARD_PRIV_H
-#define JSONCFGPLUS_API_ENTRY_GUARD_PRIV_H
+#ifndef JSONCFGPLUS_BASE_ENTRY_GUARD_PRIV_H
+#define JSONCFGPLUS_BASE_ENTRY_GUARD_PRIV_H
 
 #include <stdexcept>
 #include <type_traits>

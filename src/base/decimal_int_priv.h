@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The decimal conversion of a document's numeric texts, whose failure names the text.
-#ifndef JSONCFGPLUS_API_DECIMAL_INT_PRIV_H
-#define JSONCFGPLUS_API_DECIMAL_INT_PRIV_H
+#ifndef JSONCFGPLUS_BASE_DECIMAL_INT_PRIV_H
+#define JSONCFGPLUS_BASE_DECIMAL_INT_PRIV_H
 
 #include <string>
 
