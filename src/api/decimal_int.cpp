@@ -5,6 +5,8 @@
 #include <cstdio>
 #include <stdexcept>
 
+#include "api/build_events.h"
+
 namespace {
 
 // A log line stays one readable line however long or binary the value is.
@@ -37,8 +39,16 @@ int decimalInt(const std::string& text) {
     try {
         return std::stoi(text, nullptr, 10);
     } catch (const std::invalid_argument&) {
+        reportEvent(EventKind::refused, "",
+                    quoted(text) +
+                        " is not a decimal number; the conversion throws and the whole document is "
+                        "refused");
         throw std::invalid_argument("not a decimal number: " + quoted(text));
     } catch (const std::out_of_range&) {
+        reportEvent(EventKind::refused, "",
+                    quoted(text) +
+                        " is beyond the int range; the conversion throws and the whole document is "
+                        "refused");
         throw std::out_of_range("beyond the int range: " + quoted(text));
     }
 }

@@ -4,6 +4,7 @@
 // of service, the rate limits and the service's VLAN values.
 #include <cstring>
 
+#include "api/build_events.h"
 #include "api/diag.h"
 #include "convert/filter_print.h"
 #include "convert/rule_fields_priv.h"
@@ -117,7 +118,9 @@ int convertRules(cfgPlusApiConverter& converter, ElementList& list, const char* 
     cfgObjArray* rules = ruleArray(converter, list, arrayName);
     if (rules == nullptr) return 0;
     const std::string prefix = std::string(arrayName) + "/";
+    size_t index = 0;
     for (cfgElement& item : *rules) {
+        jcp::EventKeyScope key(arrayName, index++);
         if (item.kind != CFG_OBJECT) continue;
         PlainKeys plain(item, prefix);
         if (plain.stripped()) {
@@ -178,6 +181,10 @@ std::vector<uint8_t> concatenate(const std::string& service, const FilterRuleLis
     if (total > kMaxFilterRules) {
         jcp::diag("[WARN] jsonCfgPlusVnsFilters: service ", service, " has ", total,
                   " filter rules, only the first ", kMaxFilterRules, " are kept");
+        jcp::reportEvent(jcp::EventKind::dropped, "",
+                         "the service has " + std::to_string(total) +
+                             " filter rules; only the first " + std::to_string(kMaxFilterRules) +
+                             " are kept, the rest are dropped");
     }
     std::vector<uint8_t> bytes;
     bytes.reserve(std::min(total, kMaxFilterRules) * sizeof(apiCfgPlusFilterRule));
@@ -244,6 +251,7 @@ int cfgPlusApiConverter::jsonCfgPlusVnsFilters(jsonCfgPlus& doc) {
 
     for (radio_entry& radio : doc.m_radios) {
         for (vns_entry& wlan : radio.wlans) {
+            jcp::EventPlaceScope place(wlan);
             if (jsonCfgPlusVnsServiceFilters(wlan) != 0) return -1;
         }
     }

@@ -5,6 +5,7 @@
 #include <cctype>
 #include <cstring>
 
+#include "api/build_events.h"
 #include "api/diag.h"
 #include "convert/hotspot_print.h"
 #include "convert/hotspot_priv.h"
@@ -208,6 +209,7 @@ int cfgPlusApiConverter::jsonCfgPlusVns11U(jsonCfgPlus& doc) {
     trace(doc, "jsonCfgPlusVnsPasspoint: processing 802.11u...");
     for (radio_entry& radio : doc.m_radios) {
         for (vns_entry& wlan : radio.wlans) {
+            jcp::EventPlaceScope place(wlan);
             jsonCfgPlusVns11UCellNet(wlan);
             jsonCfgPlusVns11UNaiRealm(wlan);
             jsonCfgPlusVns11UVenueName(wlan);
