@@ -104,10 +104,15 @@ std::string joined(const std::vector<Step>& steps, size_t from) {
 
 class EventMapper {
   public:
-    explicit EventMapper(const Context& ctx) : m_ctx(ctx) {}
+    // An error a check before this one put at a pointer is not told twice.
+    EventMapper(const Context& ctx, const Findings& earlier) : m_ctx(ctx) {
+        for (const Problem& p : earlier.problems()) {
+            if (p.severity == Severity::Error) m_earlier.insert(p.pointer);
+        }
+    }
 
     // What the AP reads besides the document, icon files and the classifier's signature
-    // files, may be absent where lint runs: what depends on them is then only a warning.
+    // files, may be absent where lint runs.
     struct Absent {
         bool icons;
         bool signatures;
@@ -140,14 +145,14 @@ class EventMapper {
             if (message.find(steps.back().name) == std::string::npos)
                 message = quoted(rest) + ": " + message;
         }
-        if (!m_seen.insert({best.pointer, message}).second) return;
-        if (absent.icons && event.message.compare(0, 10, "icon file ") == 0) {
-            out.warning(best.pointer, message + " (the AP reads its icons from " +
-                                          jcp::hs2::iconDir() + ", which is not on this machine)");
-        } else if (absent.signatures && event.message.compare(0, 17, "no signature for ") == 0) {
-            out.warning(best.pointer,
-                        message + " (the AP's signature files are not on this machine)");
-        } else if (!inUse(best.pointer)) {
+        // Every icon and every application would be reported on a machine that is not an AP;
+        // the AP's own files decide, so without them there is no verdict.
+        if ((absent.icons && event.message.compare(0, 10, "icon file ") == 0) ||
+            (absent.signatures && event.message.compare(0, 17, "no signature for ") == 0))
+            return;
+        if (!m_seen.insert({best.pointer, message}).second || m_earlier.count(best.pointer) != 0)
+            return;
+        if (!inUse(best.pointer)) {
             out.warning(best.pointer, message + " (unused, so the AP never reads it)");
         } else {
             out.error(best.pointer, message);
@@ -293,6 +298,7 @@ class EventMapper {
 
     const Context& m_ctx;
     std::set<std::pair<std::string, std::string>> m_seen;
+    std::set<std::string> m_earlier;
 };
 
 // A pointer document names a Redis server the build would fetch the real one from; lint
@@ -327,7 +333,7 @@ void checkLibrary(const Context& ctx, const std::string& text, Findings& out) {
     const cfgPlusSignatureMaps& maps = cfgPlusSignatureMaps::m_inst;
     EventMapper::Absent absent{!directoryExists(jcp::hs2::iconDir()),
                                maps.groupCount() == 0 && maps.displayCount() == 0};
-    EventMapper mapper(ctx);
+    EventMapper mapper(ctx, out);
     for (const jcp::BuildEvent& event : events.events()) mapper.report(event, absent, out);
 }
 

@@ -26,10 +26,14 @@ void trace(const jsonCfgPlus& doc, const Parts&... parts) {
 uint32_t arpGuardAddress(const cfgElement& entry) {
     for (const cfgElement& member : entry.elements) {
         if (member.name != "arp_guard_acl/ip") continue;
-        IPAddr2 addr(member.kind == CFG_STRING ? member.strValue.c_str() : "");
-        if (addr.isV4()) return htonl(addr.v4());
+        // A text that does not parse leaves the address at 0.0.0.0.
+        IPAddr2 addr("0.0.0.0");
+        bool parsed =
+            member.kind == CFG_STRING && addr.assignFromString(member.strValue.c_str()) == 0;
+        if (parsed && addr.isV4()) return htonl(addr.v4());
         jcp::reportEvent(jcp::EventKind::defaulted, "ip",
-                         "is not an IPv4 address; stored as 0.0.0.0");
+                         (member.kind == CFG_STRING ? "\"" + member.strValue + "\"" : "the value") +
+                             " is not an IPv4 address; stored as 0.0.0.0");
         return 0;
     }
     jcp::reportEvent(jcp::EventKind::defaulted, "ip", "the entry has no \"ip\"; stored as 0.0.0.0");
