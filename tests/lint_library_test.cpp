@@ -122,6 +122,9 @@ TEST_F(LintLibrary, EachPlantedMistakeIsAnErrorAtItsMember) {
          "/profile/0/interface/6/meshpointbssmap/0/bss", "outside the eight slots"},
         {"a service without its SSID id", R"("cen_ssid_id": 3, )", "", "/wlan/2",
          "no integer \"cen_ssid_id\"; it is dropped"},
+        {"a mesh ACS channel with a letter after its digits",
+         R"("acs_channel_list_5": ["36,40,44,48"])", R"("acs_channel_list_5": ["36,4O,44"])",
+         "/meshpoint/0", "\"4O\" is read as 4"},
         {"a mesh ACS channel that is no number", R"("acs_channel_list_5": ["36,40,44,48"])",
          R"("acs_channel_list_5": ["36,forty,44"])", "/meshpoint/0",
          "\"forty\" is not a decimal number; the conversion throws and the whole document is "

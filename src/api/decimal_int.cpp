@@ -37,7 +37,13 @@ namespace jcp {
 
 int decimalInt(const std::string& text) {
     try {
-        return std::stoi(text, nullptr, 10);
+        size_t used = 0;
+        int value = std::stoi(text, &used, 10);
+        if (used != text.size())
+            reportEvent(EventKind::reinterpreted, "",
+                        quoted(text) + " is read as " + std::to_string(value) +
+                            "; what follows the number is ignored");
+        return value;
     } catch (const std::invalid_argument&) {
         reportEvent(EventKind::refused, "",
                     quoted(text) +

@@ -291,8 +291,10 @@ bool cfgPlusApiConverter::jsonCfgPlusVns11ULangName(const ElementList& fields,
     // A shortened name still names the place; an item dropped would leave it nameless.
     if (hs2::copyName(out.name, sizeof out.name, name->strValue)) {
         const bool zero = name->strValue.find('\0') != std::string::npos;
-        hs2::warn(item, "name " + hs2::shown(*name) + (zero ? " holds a zero byte," : "") +
-                            " cut to " + std::to_string(std::strlen(out.name)) + " octets");
+        hs2::warn(item,
+                  "name " + hs2::shown(*name) + (zero ? " holds a zero byte," : "") + " cut to " +
+                      std::to_string(std::strlen(out.name)) + " octets",
+                  jcp::EventKind::clamped);
     }
     return true;
 }

@@ -108,9 +108,9 @@ const cfgElement* field(const ElementList& fields, const std::string& prefix, co
     return nullptr;
 }
 
-void warn(const std::string& item, const std::string& what) {
+void warn(const std::string& item, const std::string& what, EventKind kind) {
     diag("[WARN] ", escaped(item, false), ": ", escaped(what, false));
-    reportEvent(EventKind::dropped, item, what);
+    reportEvent(kind, item, what);
 }
 
 void warnCut(const std::string& item, size_t max) {
