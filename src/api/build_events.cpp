@@ -80,7 +80,10 @@ EventPlace currentPlace() {
 std::string keyPrefix() {
     std::string prefix;
     for (const EventKeyScope* scope = t_key; scope != nullptr; scope = scope->m_outer) {
-        prefix.insert(0, std::string(scope->m_list) + "[" + std::to_string(scope->m_index) + "]/");
+        std::string step = scope->m_list;
+        if (scope->m_index != EventKeyScope::kNoIndex)
+            step += "[" + std::to_string(scope->m_index) + "]";
+        prefix.insert(0, step + "/");
     }
     return prefix;
 }

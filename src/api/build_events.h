@@ -77,11 +77,12 @@ class EventPlaceScope {
     friend EventPlace currentPlace();
 };
 
-// While alive, key paths of this thread's events start with list[index]. Nothing is built
-// unless an event is reported.
+// While alive, key paths of this thread's events start with list[index], or with name alone.
+// Nothing is built unless an event is reported.
 class EventKeyScope {
   public:
-    EventKeyScope(const char* list, size_t index);
+    static constexpr size_t kNoIndex = static_cast<size_t>(-1);
+    EventKeyScope(const char* list, size_t index = kNoIndex);
     ~EventKeyScope();
     EventKeyScope(const EventKeyScope&) = delete;
     EventKeyScope& operator=(const EventKeyScope&) = delete;

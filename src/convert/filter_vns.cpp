@@ -54,6 +54,7 @@ cfgElement subTree(const ElementList& list, const std::string& prefix) {
 int httpPorts(const cfgPlusApiConverter& converter, ElementList& list, std::list<int>& ports) {
     auto source = converter.findCfgElement(list, "captive_portal/cen_http_ports");
     if (source == list.end()) return 0;
+    jcp::EventKeyScope key("captive_portal/cen_http_ports");
     if (source->kind == CFG_STRING) {
         // A piece that is not a number throws, as every decimal text of the document does.
         ports = converter.jsonCfgPlusStr2IntList(source->strValue, ',');
