@@ -276,15 +276,26 @@ class EventMapper {
                 // A list read as one object: the build takes its first item.
                 long index = step.index >= 0 ? step.index : (done + 1 < steps.size() ? 0 : -1);
                 if (index >= 0) {
-                    if (static_cast<size_t>(index) >= json_object_array_length(value)) break;
-                    value = json_object_array_get_idx(value, static_cast<size_t>(index));
-                    pointer = pointerTo(pointer, static_cast<size_t>(index));
+                    size_t item = itemAt(value, static_cast<size_t>(index));
+                    if (item >= json_object_array_length(value)) break;
+                    value = json_object_array_get_idx(value, item);
+                    pointer = pointerTo(pointer, item);
                 }
             }
             at = {value, pointer};
             ++done;
         }
         return done;
+    }
+
+    // The walk leaves the nulls of an array out, so the build's item n is the n-th other one.
+    static size_t itemAt(json_object* array, size_t n) {
+        size_t count = json_object_array_length(array);
+        for (size_t i = 0; i < count; ++i) {
+            if (json_object_array_get_idx(array, i) == nullptr) continue;
+            if (n-- == 0) return i;
+        }
+        return count;
     }
 
     bool followReference(Located& at, const char* key) const {
