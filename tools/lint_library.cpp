@@ -7,6 +7,7 @@
 
 #include <cstring>
 #include <set>
+#include <unordered_map>
 #include <utility>
 
 #include "api/build_events.h"
@@ -288,14 +289,19 @@ class EventMapper {
         return done;
     }
 
-    // The walk leaves the nulls of an array out, so the build's item n is the n-th other one.
-    static size_t itemAt(json_object* array, size_t n) {
-        size_t count = json_object_array_length(array);
-        for (size_t i = 0; i < count; ++i) {
-            if (json_object_array_get_idx(array, i) == nullptr) continue;
-            if (n-- == 0) return i;
+    // The walk leaves the nulls of an array out, so the build's item n is the n-th other one;
+    // each array's items are listed once, however many events name them.
+    size_t itemAt(json_object* array, size_t n) const {
+        auto found = m_items.find(array);
+        if (found == m_items.end()) {
+            std::vector<size_t> items;
+            size_t count = json_object_array_length(array);
+            for (size_t i = 0; i < count; ++i) {
+                if (json_object_array_get_idx(array, i) != nullptr) items.push_back(i);
+            }
+            found = m_items.emplace(array, std::move(items)).first;
         }
-        return count;
+        return n < found->second.size() ? found->second[n] : json_object_array_length(array);
     }
 
     bool followReference(Located& at, const char* key) const {
@@ -310,6 +316,7 @@ class EventMapper {
     const Context& m_ctx;
     std::set<std::pair<std::string, std::string>> m_seen;
     std::set<std::string> m_earlier;
+    mutable std::unordered_map<json_object*, std::vector<size_t>> m_items;
 };
 
 // A pointer document names a Redis server the build would fetch the real one from; lint
