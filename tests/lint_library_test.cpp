@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "api/build_events.h"
+#include "api/build_events_priv.h"
 #include "api/jsoncfgplus.h"
 #include "convert/hotspot_icons.h"
 #include "lint.h"

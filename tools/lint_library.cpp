@@ -10,7 +10,7 @@
 #include <unordered_map>
 #include <utility>
 
-#include "api/build_events.h"
+#include "api/build_events_priv.h"
 #include "api/jsoncfgplus.h"
 #include "convert/hotspot_icons.h"
 #include "lint_context.h"

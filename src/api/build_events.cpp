@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Delivering the build's events to the installed sink, with the place and key scopes of the
 // reporting thread.
-#include "api/build_events.h"
+#include "api/build_events_priv.h"
 
 #include "document/radio_entry.h"
 

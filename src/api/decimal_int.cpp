@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <stdexcept>
 
-#include "api/build_events.h"
+#include "api/build_events_priv.h"
 
 namespace {
 

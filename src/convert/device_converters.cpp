@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "addr/ip_addr.h"
-#include "api/build_events.h"
+#include "api/build_events_priv.h"
 #include "api/diag.h"
 #include "convert/converter.h"
 #include "convert/device_print.h"

@@ -3,7 +3,7 @@
 // and captive-portal rules; and the merge of a service's inbound and outbound lists.
 #include <cstring>
 
-#include "api/build_events.h"
+#include "api/build_events_priv.h"
 #include "api/diag.h"
 #include "convert/rule_fields_priv.h"
 #include "signature/signature_maps.h"

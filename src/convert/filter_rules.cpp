@@ -5,7 +5,7 @@
 
 #include "addr/ip_addr.h"
 #include "addr/mac_addr.h"
-#include "api/build_events.h"
+#include "api/build_events_priv.h"
 #include "api/diag.h"
 #include "convert/rule_fields_priv.h"
 #include "signature/signature_maps.h"

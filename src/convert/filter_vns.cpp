@@ -4,7 +4,7 @@
 // of service, the rate limits and the service's VLAN values.
 #include <cstring>
 
-#include "api/build_events.h"
+#include "api/build_events_priv.h"
 #include "api/diag.h"
 #include "convert/filter_print.h"
 #include "convert/rule_fields_priv.h"

@@ -5,7 +5,7 @@
 #include <cctype>
 #include <cstring>
 
-#include "api/build_events.h"
+#include "api/build_events_priv.h"
 #include "api/diag.h"
 #include "convert/hotspot_print.h"
 #include "convert/hotspot_priv.h"

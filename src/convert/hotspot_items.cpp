@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "api/build_events.h"
+#include "api/build_events_priv.h"
 #include "api/diag.h"
 #include "convert/hotspot_priv.h"
 #include "convert/rule_fields_priv.h"

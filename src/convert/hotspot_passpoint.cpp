@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cctype>
 
-#include "api/build_events.h"
+#include "api/build_events_priv.h"
 #include "api/diag.h"
 #include "convert/hotspot_icons.h"
 #include "convert/hotspot_print.h"

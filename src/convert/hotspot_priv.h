@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "api/build_events.h"
+#include "api/build_events_priv.h"
 #include "convert/converter.h"
 #include "convert/eap_tables.h"
 #include "model/cfg_element.h"

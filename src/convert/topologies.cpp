@@ -6,7 +6,7 @@
 #include <cstring>
 
 #include "addr/ip_addr.h"
-#include "api/build_events.h"
+#include "api/build_events_priv.h"
 #include "api/diag.h"
 #include "convert/converter.h"
 #include "convert/topology_print.h"

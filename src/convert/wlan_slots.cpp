@@ -8,7 +8,7 @@
 #include <list>
 #include <vector>
 
-#include "api/build_events.h"
+#include "api/build_events_priv.h"
 #include "api/diag.h"
 #include "convert/converter.h"
 #include "platform/platform_calls_priv.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The build driver: one received document into the global, radio, WLAN and meshpoint lists,
 // then the conversion pipeline.
-#include "api/build_events.h"
+#include "api/build_events_priv.h"
 #include "api/diag.h"
 #include "document/element_budget.h"
 #include "document/json_cfg_plus.h"

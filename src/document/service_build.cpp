@@ -3,7 +3,7 @@
 #include <climits>
 #include <cstring>
 
-#include "api/build_events.h"
+#include "api/build_events_priv.h"
 #include "api/diag.h"
 #include "document/json_by_name_priv.h"
 #include "document/json_cfg_plus.h"

@@ -4,8 +4,8 @@
 // the element lives. The account goes to one process-wide sink that a checking tool installs;
 // without one, reporting costs one branch and prints nothing, so the printed lines stay as
 // they are. Internal: not part of the exported interface.
-#ifndef JSONCFGPLUS_API_BUILD_EVENTS_H
-#define JSONCFGPLUS_API_BUILD_EVENTS_H
+#ifndef JSONCFGPLUS_API_BUILD_EVENTS_PRIV_H
+#define JSONCFGPLUS_API_BUILD_EVENTS_PRIV_H
 
 #include <atomic>
 #include <cstddef>
