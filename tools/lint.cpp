@@ -226,6 +226,7 @@ Findings lintText(const std::string& text) {
     checkServices(ctx, out);
     checkTypes(ctx, out);
     checkFilterRules(ctx, out);
+    checkLibrary(ctx, text, out);
     return out;
 }
 

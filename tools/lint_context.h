@@ -113,6 +113,7 @@ void checkInterfaces(const Context& ctx, Findings& out);
 void checkServices(const Context& ctx, Findings& out);
 void checkTypes(const Context& ctx, Findings& out);
 void checkFilterRules(const Context& ctx, Findings& out);
+void checkLibrary(const Context& ctx, const std::string& text, Findings& out);
 
 }  // namespace lint
 

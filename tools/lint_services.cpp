@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // lint: interface items the build ignores, radio and port names it skips or numbers onto an id
-// that is not a radio's own, and the WLAN services and meshpoints the build drops (no
-// "cen_ssid_id", a BSS outside the eight slots, two services in one slot) or merges.
+// that is not a radio's own, and the WLAN services and meshpoints the build drops (a BSS
+// outside the eight slots, two services in one slot) or merges.
 #include <climits>
 #include <map>
 
@@ -81,6 +81,8 @@ void checkSlots(const RadioBuild& radio, Findings& out) {
     for (const Service& s : radio.wlans) order.push_back(&s);
     const Service* slots[kWlanSlots] = {};
     for (const Service* s : order) {
+        // Also an event of the library, but only once every converter before the slot
+        // layout has run: a document that fails earlier would lose it.
         if (s->index < 0 || s->index >= kWlanSlots) {
             out.error(pointerTo(s->at, "bss"), "bss " + std::to_string(s->index + 1) + " puts " +
                                                    s->label +
@@ -95,19 +97,6 @@ void checkSlots(const RadioBuild& radio, Findings& out) {
         }
         slots[s->index] = s;
     }
-}
-
-void checkServiceIds(const Context& ctx, const char* table, Findings& out) {
-    forEachItem(ctx, table, [&](json_object* item, const std::string& at) {
-        json_object* id = nullptr;
-        if (!json_object_object_get_ex(item, "cen_ssid_id", &id)) {
-            out.error(at, "has no \"cen_ssid_id\"; the AP drops this service wherever it is used");
-        } else if (!isType(id, json_type_int)) {
-            out.error(pointerTo(at, "cen_ssid_id"), "is " + describeType(id) +
-                                                        ", not an integer; the AP drops this "
-                                                        "service wherever it is used");
-        }
-    });
 }
 
 // What the library's reading of a radio or port name means for it on the AP.
@@ -229,9 +218,7 @@ void checkInterfaces(const Context& ctx, Findings& out) {
 }
 
 void checkServices(const Context& ctx, Findings& out) {
-    checkServiceIds(ctx, "wlan", out);
-    checkServiceIds(ctx, "meshpoint", out);
-
+    // A service without an integer "cen_ssid_id" the library reports itself where it is used.
     // Only the lists the build reads fill the AP's slots, in build order.
     std::map<int, RadioBuild> radios;
     for (const Context::InterfaceList& list : ctx.interfaceLists()) {

@@ -5,6 +5,8 @@
 #include <cstdio>
 #include <stdexcept>
 
+#include "base/build_events_priv.h"
+
 namespace {
 
 // A log line stays one readable line however long or binary the value is.
@@ -35,10 +37,24 @@ namespace jcp {
 
 int decimalInt(const std::string& text) {
     try {
-        return std::stoi(text, nullptr, 10);
+        size_t used = 0;
+        int value = std::stoi(text, &used, 10);
+        if (used != text.size())
+            reportEvent(EventKind::reinterpreted, "",
+                        quoted(text) + " is read as " + std::to_string(value) +
+                            "; what follows the number is ignored");
+        return value;
     } catch (const std::invalid_argument&) {
+        reportEvent(EventKind::refused, "",
+                    quoted(text) +
+                        " is not a decimal number; the conversion throws and the whole document is "
+                        "refused");
         throw std::invalid_argument("not a decimal number: " + quoted(text));
     } catch (const std::out_of_range&) {
+        reportEvent(EventKind::refused, "",
+                    quoted(text) +
+                        " is beyond the int range; the conversion throws and the whole document is "
+                        "refused");
         throw std::out_of_range("beyond the int range: " + quoted(text));
     }
 }

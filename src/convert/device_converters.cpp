@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "addr/ip_addr.h"
+#include "base/build_events_priv.h"
 #include "base/diag.h"
 #include "convert/converter.h"
 #include "convert/device_print.h"
@@ -25,10 +26,17 @@ void trace(const jsonCfgPlus& doc, const Parts&... parts) {
 uint32_t arpGuardAddress(const cfgElement& entry) {
     for (const cfgElement& member : entry.elements) {
         if (member.name != "arp_guard_acl/ip") continue;
-        if (member.kind != CFG_STRING) return 0;
-        IPAddr2 addr(member.strValue.c_str());
-        return addr.isV4() ? htonl(addr.v4()) : 0;
+        // A text that does not parse leaves the address at 0.0.0.0.
+        IPAddr2 addr("0.0.0.0");
+        bool parsed =
+            member.kind == CFG_STRING && addr.assignFromString(member.strValue.c_str()) == 0;
+        if (parsed && addr.isV4()) return htonl(addr.v4());
+        jcp::reportEvent(jcp::EventKind::defaulted, "ip",
+                         (member.kind == CFG_STRING ? "\"" + member.strValue + "\"" : "the value") +
+                             " is not an IPv4 address; stored as 0.0.0.0");
+        return 0;
     }
+    jcp::reportEvent(jcp::EventKind::defaulted, "ip", "the entry has no \"ip\"; stored as 0.0.0.0");
     return 0;
 }
 
@@ -69,8 +77,13 @@ int cfgPlusApiConverter::jsonCfgPlusArpGuard(jsonCfgPlus& doc) {
             if (count == kArpGuardMaxEntries) {
                 jcp::diag("ARP Guard ACL list(size: ", entries->size(),
                           ") reached max size: ", kArpGuardMaxEntries, ", ignore them");
+                jcp::reportEvent(
+                    jcp::EventKind::dropped, "arp_guard_acl[" + std::to_string(count) + "]",
+                    "the ARP guard list holds at most " + std::to_string(kArpGuardMaxEntries) +
+                        " entries; this and later ones are dropped");
                 break;
             }
+            jcp::EventKeyScope key("arp_guard_acl", static_cast<size_t>(count));
             record.addr[count++] = arpGuardAddress(entry);
         }
     }

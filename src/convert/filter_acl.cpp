@@ -3,6 +3,7 @@
 // and captive-portal rules; and the merge of a service's inbound and outbound lists.
 #include <cstring>
 
+#include "base/build_events_priv.h"
 #include "base/diag.h"
 #include "convert/rule_fields_priv.h"
 #include "signature/signature_maps.h"
@@ -140,6 +141,9 @@ int cfgPlusApiConverter::jsonCfgPlusVnsAppPolicy(cfgElement& rule, apiCfgPlusFil
         if (name == nullptr || id != 0) return;
         jcp::diag("[WARN] application policy: no signature for ", name->strValue,
                   " in rule with precedence: ", record.precedence, ", kept with id 0");
+        jcp::reportEvent(jcp::EventKind::reinterpreted, name->name,
+                         "no signature for " + name->strValue +
+                             "; the rule is kept with id 0 and matches no known application");
     };
     warnUnknown(app, record.r_app_sig_disp_id);
     warnUnknown(category, record.r_app_sig_group_id);

@@ -5,6 +5,7 @@
 
 #include "addr/ip_addr.h"
 #include "addr/mac_addr.h"
+#include "base/build_events_priv.h"
 #include "base/diag.h"
 #include "convert/rule_fields_priv.h"
 #include "signature/signature_maps.h"
@@ -61,7 +62,11 @@ int readPrecedence(const RuleFields& fields, FILTER_RULE_ENTRY& rule) {
 
 int readAction(const RuleFields& fields, apiCfgPlusFilterRule& rule, bool redirect) {
     const cfgElement* allow = field(fields, "allow");
-    if (allow == nullptr) return 0;
+    if (allow == nullptr) {
+        reportEvent(EventKind::defaulted, "",
+                    "the rule has no \"allow\"; it carries no access control");
+        return 0;
+    }
     if (allow->kind != CFG_STRING) {
         diag("Action in the ACL rule is not valid: ", elementText(*allow),
              " in rule with precedence: ", rule.rule.precedence);
@@ -73,6 +78,10 @@ int readAction(const RuleFields& fields, apiCfgPlusFilterRule& rule, bool redire
     if (action == "contain-to-vlan") flags |= kActionVlan;
     if (action == "deny") flags |= kActionDeny;
     if (redirect && action == "redirect") rule.r_ext_action_flags |= kExtActionRedirection;
+    if (action != "allow" && action != "deny" && action != "contain-to-vlan" &&
+        !(redirect && action == "redirect"))
+        reportEvent(EventKind::reinterpreted, "allow",
+                    "\"" + action + "\" is not an action; treated as allow");
     rule.rule.r_action_flags |= flags;
     return 0;
 }

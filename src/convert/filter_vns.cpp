@@ -4,6 +4,7 @@
 // of service, the rate limits and the service's VLAN values.
 #include <cstring>
 
+#include "base/build_events_priv.h"
 #include "base/diag.h"
 #include "convert/filter_print.h"
 #include "convert/rule_fields_priv.h"
@@ -53,6 +54,7 @@ cfgElement subTree(const ElementList& list, const std::string& prefix) {
 int httpPorts(const cfgPlusApiConverter& converter, ElementList& list, std::list<int>& ports) {
     auto source = converter.findCfgElement(list, "captive_portal/cen_http_ports");
     if (source == list.end()) return 0;
+    jcp::EventKeyScope key("captive_portal/cen_http_ports");
     if (source->kind == CFG_STRING) {
         // A piece that is not a number throws, as every decimal text of the document does.
         ports = converter.jsonCfgPlusStr2IntList(source->strValue, ',');
@@ -117,7 +119,9 @@ int convertRules(cfgPlusApiConverter& converter, ElementList& list, const char* 
     cfgObjArray* rules = ruleArray(converter, list, arrayName);
     if (rules == nullptr) return 0;
     const std::string prefix = std::string(arrayName) + "/";
+    size_t index = 0;
     for (cfgElement& item : *rules) {
+        jcp::EventKeyScope key(arrayName, index++);
         if (item.kind != CFG_OBJECT) continue;
         PlainKeys plain(item, prefix);
         if (plain.stripped()) {
@@ -178,6 +182,10 @@ std::vector<uint8_t> concatenate(const std::string& service, const FilterRuleLis
     if (total > kMaxFilterRules) {
         jcp::diag("[WARN] jsonCfgPlusVnsFilters: service ", service, " has ", total,
                   " filter rules, only the first ", kMaxFilterRules, " are kept");
+        jcp::reportEvent(jcp::EventKind::dropped, "",
+                         "the service has " + std::to_string(total) +
+                             " filter rules; only the first " + std::to_string(kMaxFilterRules) +
+                             " are kept, the rest are dropped");
     }
     std::vector<uint8_t> bytes;
     bytes.reserve(std::min(total, kMaxFilterRules) * sizeof(apiCfgPlusFilterRule));
@@ -244,6 +252,7 @@ int cfgPlusApiConverter::jsonCfgPlusVnsFilters(jsonCfgPlus& doc) {
 
     for (radio_entry& radio : doc.m_radios) {
         for (vns_entry& wlan : radio.wlans) {
+            jcp::EventPlaceScope place(wlan);
             if (jsonCfgPlusVnsServiceFilters(wlan) != 0) return -1;
         }
     }

@@ -5,6 +5,7 @@
 #include <cctype>
 #include <cstring>
 
+#include "base/build_events_priv.h"
 #include "base/diag.h"
 #include "convert/hotspot_print.h"
 #include "convert/hotspot_priv.h"
@@ -208,6 +209,7 @@ int cfgPlusApiConverter::jsonCfgPlusVns11U(jsonCfgPlus& doc) {
     trace(doc, "jsonCfgPlusVnsPasspoint: processing 802.11u...");
     for (radio_entry& radio : doc.m_radios) {
         for (vns_entry& wlan : radio.wlans) {
+            jcp::EventPlaceScope place(wlan);
             jsonCfgPlusVns11UCellNet(wlan);
             jsonCfgPlusVns11UNaiRealm(wlan);
             jsonCfgPlusVns11UVenueName(wlan);
@@ -289,8 +291,10 @@ bool cfgPlusApiConverter::jsonCfgPlusVns11ULangName(const ElementList& fields,
     // A shortened name still names the place; an item dropped would leave it nameless.
     if (hs2::copyName(out.name, sizeof out.name, name->strValue)) {
         const bool zero = name->strValue.find('\0') != std::string::npos;
-        hs2::warn(item, "name " + hs2::shown(*name) + (zero ? " holds a zero byte," : "") +
-                            " cut to " + std::to_string(std::strlen(out.name)) + " octets");
+        hs2::warn(item,
+                  "name " + hs2::shown(*name) + (zero ? " holds a zero byte," : "") + " cut to " +
+                      std::to_string(std::strlen(out.name)) + " octets",
+                  jcp::EventKind::clamped);
     }
     return true;
 }

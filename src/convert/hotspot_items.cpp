@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "base/build_events_priv.h"
 #include "base/diag.h"
 #include "convert/hotspot_priv.h"
 #include "convert/rule_fields_priv.h"
@@ -107,12 +108,15 @@ const cfgElement* field(const ElementList& fields, const std::string& prefix, co
     return nullptr;
 }
 
-void warn(const std::string& item, const std::string& what) {
+void warn(const std::string& item, const std::string& what, EventKind kind) {
     diag("[WARN] ", escaped(item, false), ": ", escaped(what, false));
+    reportEvent(kind, item, what);
 }
 
 void warnCut(const std::string& item, size_t max) {
     diag("[WARN] ", item, ": the list holds at most ", max, ", this and later items dropped");
+    reportEvent(EventKind::dropped, item,
+                "the list holds at most " + std::to_string(max) + ", this and later items dropped");
 }
 
 bool copyText(char* field, size_t size, const std::string& text) {

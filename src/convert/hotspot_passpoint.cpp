@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cctype>
 
+#include "base/build_events_priv.h"
 #include "base/diag.h"
 #include "convert/hotspot_icons.h"
 #include "convert/hotspot_print.h"
@@ -85,6 +86,7 @@ int cfgPlusApiConverter::jsonCfgPlusVnsPasspoint(jsonCfgPlus& doc) {
     jcp::hs2::IconScope icons;
     for (radio_entry& radio : doc.m_radios) {
         for (vns_entry& wlan : radio.wlans) {
+            jcp::EventPlaceScope place(wlan);
             jsonCfgPlusHS2ConnectionCap(wlan);
             jsonCfgPlusVnsHS2OperatorName(wlan);
             jsonCfgPlusVnsHS2OsuSp(wlan, doc.m_global);

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "base/build_events_priv.h"
 #include "convert/converter.h"
 #include "convert/eap_tables.h"
 #include "model/cfg_element.h"
@@ -39,7 +40,8 @@ bool usable(const Item& item);
 const cfgElement* field(const ElementList& fields, const std::string& prefix, const char* key);
 
 // One "[WARN]" line; a control byte in it, from a document text, is shown escaped ("\u0000").
-void warn(const std::string& item, const std::string& what);
+// The same is reported as an event of the kind given.
+void warn(const std::string& item, const std::string& what, EventKind kind = EventKind::dropped);
 // Warns that item and the ones after it are dropped, the list holding at most max.
 void warnCut(const std::string& item, size_t max);
 

@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "addr/ip_addr.h"
+#include "base/build_events_priv.h"
 #include "base/diag.h"
 #include "convert/converter.h"
 #include "convert/topology_print.h"
@@ -208,6 +209,10 @@ int cfgPlusApiConverter::jsonCfgPlusVnsVlan(const ElementList& list, int& word) 
     int id = 0;
     auto vlan = findCfgElement(list, "vlans/vlan");
     if (vlan != list.end()) id = vlan->intValue & 0x0FFF;
+    if (vlan != list.end() && id != vlan->intValue)
+        jcp::reportEvent(jcp::EventKind::masked, "vlans/vlan",
+                         "vlan " + std::to_string(vlan->intValue) +
+                             " is masked to 12 bits and stored as pvid " + std::to_string(id));
     bool tagged = false;
     auto taggedFlag = findCfgElement(list, "vlans/cen_tagged");
     if (taggedFlag != list.end()) tagged = taggedFlag->boolValue;

@@ -8,6 +8,7 @@
 #include <list>
 #include <vector>
 
+#include "base/build_events_priv.h"
 #include "base/diag.h"
 #include "convert/converter.h"
 #include "platform/platform_calls_priv.h"
@@ -170,6 +171,7 @@ int cfgPlusApiConverter::jsonCfgPlusMeshpointToWlan(jsonCfgPlus& doc) {
                 for (const vns_entry& meshpoint : radio.meshpoints) {
                     // A copy or step that throws (a bad channel list, no memory) adds nothing;
                     // the move into the reserved room cannot throw.
+                    jcp::EventPlaceScope place(meshpoint, true);
                     vns_entry converted = meshpoint;
                     convertMeshpoint(state, converted, 0);
                     wlans.push_back(std::move(converted));
@@ -219,6 +221,11 @@ int cfgPlusApiConverter::jsonCfgPlusVnsOrderWlans(jsonCfgPlus& doc) {
             if (wlan.index < 0 || wlan.index >= kWlanSlots) {
                 // Deliberate: the message names the slot count, not the offending index.
                 jcp::diag("[WARNING: vns_index is out of range: ", kWlanSlots, ", ignore.");
+                jcp::EventPlaceScope place(wlan);
+                jcp::reportEvent(
+                    jcp::EventKind::dropped, "bss",
+                    "bss " + std::to_string(wlan.index + 1) +
+                        " is outside the eight slots (bss 1 to 8); the service is dropped");
                 continue;
             }
             slots[wlan.index] = std::move(wlan);

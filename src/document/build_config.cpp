@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The build driver: one received document into the global, radio, WLAN and meshpoint lists,
 // then the conversion pipeline.
+#include "base/build_events_priv.h"
 #include "base/diag.h"
 #include "document/element_budget.h"
 #include "document/json_cfg_plus.h"
@@ -46,6 +47,10 @@ int jsonCfgPlus::buildConfig(const char* text, unsigned int len) {
     } catch (const jcp::ElementBudgetExceeded&) {
         jcp::diag("[ERR] document needs more than the element budget of ", budget.budget(),
                   " elements, build stopped.");
+        jcp::reportEvent(jcp::EventKind::refused, "",
+                         "the document needs more than the element budget of " +
+                             std::to_string(budget.budget()) +
+                             " elements; the whole document is refused");
     }
     if (result != 0) reset();
     return result;

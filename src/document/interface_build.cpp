@@ -3,6 +3,7 @@
 // elements and one radio entry per radio or port.
 #include <climits>
 
+#include "base/build_events_priv.h"
 #include "base/diag.h"
 #include "document/json_by_name_priv.h"
 #include "document/json_cfg_plus.h"
@@ -239,6 +240,7 @@ void jsonCfgPlus::buildRadioInterface(json_object* radioJson, const std::string&
     radio_entry& radio = build.radios.back();
     radio.id = id;
     radio.name = name;
+    jcp::EventPlaceScope place(radio);
     cfgElementIndex elements(radio.elements);
     elements.add(cfgElement("cen_radio_id", id, "name"), true);
     walk(radioJson, "", kNone, kRadioWalkExcluded, elements);
@@ -261,6 +263,7 @@ void jsonCfgPlus::buildBluetoothInterface(json_object* bluetooth, InterfaceBuild
     radio_entry& radio = build.radios.back();
     radio.id = kIotRadioId;
     radio.name = "bluetooth1";
+    jcp::EventPlaceScope place(radio);
     bool shutdown = false;
     jsonCfgObj::getJsonBoolValue("shutdown", bluetooth, shutdown);
     addCfgElement(radio.elements, cfgElement("cen_radio_id", kIotRadioId, "name"), true);
@@ -288,6 +291,7 @@ void jsonCfgPlus::buildPortRadio(json_object* port, const std::string& name, int
     radio_entry& radio = build.radios.back();
     radio.id = id;
     radio.name = name;
+    jcp::EventPlaceScope place(radio);
     cfgElementIndex elements(radio.elements);
     elements.add(cfgElement("cen_radio_id", radio.id, "name"), true);
     walk(port, "", kNone, kPortWalkExcluded, elements);

@@ -3,6 +3,7 @@
 #include <climits>
 #include <cstring>
 
+#include "base/build_events_priv.h"
 #include "base/diag.h"
 #include "document/json_by_name_priv.h"
 #include "document/json_cfg_plus.h"
@@ -58,6 +59,8 @@ bool jsonCfgPlus::startService(int bss, json_object* service, const radio_entry&
     int ssidId = 0;
     if (!jsonCfgObj::getJsonIntValue("cen_ssid_id", service, ssidId)) {
         jcp::diag("[ERROR] cen_ssid_id is not specified.");
+        jcp::reportEvent(jcp::EventKind::dropped, "cen_ssid_id",
+                         "the service has no integer \"cen_ssid_id\"; it is dropped");
         return false;
     }
     out.ssidId = ssidId;
@@ -81,6 +84,7 @@ void jsonCfgPlus::buildWlanConfig(json_object* bssMap, radio_entry& radio,
         if (wlan == nullptr) continue;
 
         vns_entry service;
+        jcp::EventKeyScope key("wlanbssmap", i);
         if (!startService(bss, wlan, radio, service)) continue;
         cfgElementIndex elements(service.elements);
         if (testInterface != nullptr) walk(testInterface, "test_interface", kNone, kNone, elements);
@@ -145,6 +149,7 @@ void jsonCfgPlus::buildMeshpoints(json_object* bssMap, radio_entry& radio,
         if (meshpoint == nullptr) continue;
 
         vns_entry service;
+        jcp::EventKeyScope key("meshpointbssmap", i);
         if (!startService(bss, meshpoint, radio, service)) continue;
         cfgElementIndex elements(service.elements);
         walk(meshpoint, "", kNone, kNone, elements);
