@@ -217,8 +217,8 @@ Findings lintText(const std::string& text) {
     checkUnused(ctx, out);
     checkInterfaces(ctx, out);
     checkServices(ctx, out);
-    checkTypes(ctx, out);
     checkFilterRules(ctx, out);
+    checkTypes(ctx, out);  // last: it leaves out what the checks above said already
     return out;
 }
 

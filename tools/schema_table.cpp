@@ -1,0 +1,478 @@
+// SPDX-License-Identifier: MIT
+// The schema's data. Members are those the build and the converters read; enumerations of the
+// EAP names come from the library's own tables, so the two cannot drift apart.
+#include "schema_table.h"
+
+#include <cstdint>
+#include <regex>
+
+#include "convert/eap_tables.h"
+
+namespace schema {
+
+namespace {
+
+// Builders that keep each table row on one line.
+Member integer(const char* name, Range range = {}) {
+    Member m{name, Type::Integer};
+    m.range = range;
+    return m;
+}
+Member boolean(const char* name) {
+    return Member{name, Type::Boolean};
+}
+Member string(const char* name, Format format = Format::None) {
+    Member m{name, Type::String};
+    m.format = format;
+    return m;
+}
+Member oneOf(const char* name, const std::vector<std::string>* values, const char* otherwise) {
+    Member m{name, Type::String};
+    m.values = values;
+    m.otherwise = otherwise;
+    return m;
+}
+Member names(const char* name, const char* table) {
+    Member m{name, Type::String};
+    m.reference = table;
+    return m;
+}
+Member object(const char* name, const Kind* kind) {
+    Member m{name, Type::Object};
+    m.kind = kind;
+    return m;
+}
+Member objects(const char* name, const Kind* kind) {
+    Member m{name, Type::Array};
+    m.kind = kind;
+    return m;
+}
+Member strings(const char* name, Format format = Format::None) {
+    Member m{name, Type::Array, Type::String};
+    m.format = format;
+    return m;
+}
+Member integers(const char* name, Range range = {}) {
+    Member m{name, Type::Array, Type::Integer};
+    m.range = range;
+    return m;
+}
+Member array(const char* name) {
+    return Member{name, Type::Array, Type::Array};
+}
+
+const char* const kTreatedAsAllow = "the filter converter treats it as \"allow\"";
+const char* const kEapDropped = "the EAP method is dropped";
+
+const Range kVlan{1, 4094};
+const Range kVlanMasked{1, 4094, "the AP keeps only its low 12 bits"};
+const Range kPort{1, 65535};
+const Range kPortOrZero{0, 65535};
+const Range kOctet{0, 255};
+const Range kPriority{0, 7};
+const Range kDtim{1, 255};
+const Range kRuleVlan{1, 4094, "the filter converter refuses the rule"};
+const Range kPrecedence{0, INT32_MAX, "the filter converter refuses the rule"};
+const Range kProtocol{0, 255, "the filter converter refuses the rule"};
+
+std::vector<std::string> namesOf(const naiEapTable& table) {
+    std::vector<std::string> out;
+    for (const auto& row : table) out.push_back(row.first);
+    return out;
+}
+
+struct Tables {
+    std::vector<std::string> allowValues{"allow", "deny", "contain-to-vlan", "none", "redirect"};
+    std::vector<std::string> eapMethods = namesOf(naiEapMethod);
+    std::vector<std::string> eapAuthTypes = namesOf(naiEapAuthType);
+    std::vector<std::string> eapAuthValues;
+    std::vector<std::string> capabilityStatus{"open", "closed"};
+
+    Kind containToVlan{"contain_to_vlan",
+                       {integer("vlan", kRuleVlan), boolean("cen_tagged"), boolean("cen_bridged")},
+                       true};
+    Kind macRule{
+        "mac_rule",
+        {integer("precedence", kPrecedence), oneOf("allow", &allowValues, kTreatedAsAllow),
+         string("smac", Format::RuleMac), string("smac_mask", Format::RuleMac),
+         string("dmac", Format::RuleMac), string("dmac_mask", Format::RuleMac),
+         string("match_type"), object("cen_contain_to_vlan", &containToVlan),
+         integer("mark_8021p", kPriority), integer("transmit_queue"), boolean("ingress_enable"),
+         integer("ingress_rate"), boolean("egress_enable"), integer("egress_rate")},
+        true};
+    Kind ipRule{"ip_rule",
+                {integer("precedence", kPrecedence),
+                 oneOf("allow", &allowValues, kTreatedAsAllow),
+                 string("dip", Format::IpPrefix),
+                 string("sip", Format::IpPrefix),
+                 integer("protocol", kProtocol),
+                 string("match_type"),
+                 integer("low_dport", kPortOrZero),
+                 integer("high_dport", kPortOrZero),
+                 integer("low_sport", kPortOrZero),
+                 integer("high_sport", kPortOrZero),
+                 string("dns_name"),
+                 integer("match_dot1p", kPriority),
+                 integer("mark_8021p", kPriority),
+                 integer("transmit_queue"),
+                 integer("cen_match_tos", kOctet),
+                 integer("cen_match_tosmask", kOctet),
+                 integer("cen_mark_tos", kOctet),
+                 integer("cen_mark_tosmask", kOctet),
+                 object("cen_contain_to_vlan", &containToVlan),
+                 boolean("ingress_enable"),
+                 integer("ingress_rate"),
+                 boolean("egress_enable"),
+                 integer("egress_rate")},
+                true};
+    Kind appRule{"app_rule",
+                 {integer("precedence", kPrecedence), oneOf("allow", &allowValues, kTreatedAsAllow),
+                  string("canned_app"), string("app_category"), integer("mark_8021p", kPriority),
+                  integer("transmit_queue"), boolean("ingress_enable"), integer("ingress_rate"),
+                  boolean("egress_enable"), integer("egress_rate")},
+                 false};
+    Kind macAcl{"mac_acl", {string("name"), objects("mac_rules", &macRule)}, false};
+    Kind ipAcl{"ip_acl", {string("name"), objects("ip_rules", &ipRule)}, false};
+    Kind defaultAction{"default_action", {oneOf("allow", &allowValues, kTreatedAsAllow)}, false};
+    Kind appPolicy{
+        "app_policy",
+        {string("name"), objects("rule_entry", &appRule), object("default_action", &defaultAction)},
+        false};
+
+    Kind vlanItem{"wlan_vlan",
+                  {integer("vlan", kVlanMasked), boolean("cen_tagged"), boolean("cen_bridged")},
+                  false};
+    Kind wlan{"wlan",
+              {string("name"), string("ssid", Format::Ssid), integer("cen_ssid_id"),
+               objects("vlans", &vlanItem), names("qos_policy", "wlan_qos"),
+               names("mac_in_acl", "mac_acl"), names("mac_out_acl", "mac_acl"),
+               names("ip_in_acl", "ip_acl"), names("ip_out_acl", "ip_acl"),
+               names("ipv6_in_acl", "ipv6_acl"), names("ipv6_out_acl", "ipv6_acl"),
+               names("app_policy", "app_policy"), names("captive_portal", "captive_portal"),
+               string("captive_portal_enforcement"), names("passpoint_policy", "passpoint_policy"),
+               string("auth"), string("enc")},
+              false};
+
+    Kind langName{"lang_name", {string("code"), string("name")}, true};
+    Kind icon{"icon",
+              {integer("width", {0, 65535}), integer("height", {0, 65535}), string("code"),
+               string("filename"), string("file")},
+              true};
+    Kind netAuthType{"net_auth_type", {string("auth_type"), string("url")}, true};
+    Kind plmn{"plmnid", {string("mcc", Format::Mcc), string("mnc", Format::Mnc)}, true};
+    Kind eapMethod{"eap_method",
+                   {integer("index"), oneOf("method", &eapMethods, kEapDropped),
+                    oneOf("auth_type", &eapAuthTypes, kEapDropped),
+                    oneOf("auth_val", &eapAuthValues, kEapDropped)},
+                   true};
+    Kind naiRealm{"nai_realm", {string("realm_name"), objects("eap_method", &eapMethod)}, true};
+    Kind connectionCapability{
+        "cc_variable",
+        {string("protocol"), integer("port", {0, 65535}),
+         oneOf("status", &capabilityStatus, "the connection capability is dropped")},
+        true};
+    Kind osuProvider{"osu_provider",
+                     {objects("name_lang", &langName), objects("description_lang", &langName),
+                      objects("icon", &icon), string("nai"), string("server_url"),
+                      integer("method_oma_dm_priority"), integer("method_soap_xml_spp_priority")},
+                     true};
+    Kind passpointPolicy{
+        "passpoint_policy",
+        {string("name"), string("hessid", Format::Mac), objects("net_auth_type", &netAuthType),
+         objects("plmnid", &plmn), objects("nai_realm", &naiRealm),
+         objects("venue_name_lang", &langName), objects("operator_name_lang", &langName),
+         objects("cc_variable", &connectionCapability), objects("osu_provider", &osuProvider)},
+        false};
+    Kind globalPasspoint{"device_passpoint_policy", {objects("global_hs2_icons", &icon)}, false};
+
+    Kind remoteEndpoint{"remote_endpoint",
+                        {string("addr", Format::Ipv4), boolean("secure"), string("ikev2_psk")},
+                        false};
+    Kind switchport{
+        "switchport", {integer("native_vlan", kVlan), boolean("native_vlan_tagged")}, false};
+    Kind bssMapItem{"wlanbssmap", {integer("bss"), names("wlan", "wlan")}, true};
+    Kind meshBssMapItem{"meshpointbssmap", {integer("bss"), names("meshpoint", "meshpoint")}, true};
+    // One kind for every interface item: the build reads each member only for the roles that
+    // carry it, and a member of the wrong type is never read whatever the role.
+    Kind interface {
+        "interface",
+            {string("name"),
+             string("type"),
+             integer("internal_key"),
+             integer("vlan", kVlan),
+             integer("tenant_vlan", kVlan),
+             integer("vxlan_vni", {0, 16777215}),
+             integer("remote_endpoint_vxlan_internal_management_vni", {0, 16777215}),
+             string("remote_endpoint_vxlan_ipaddress", Format::Ipv4),
+             string("remote_endpoint_vxlan_internal_management_IP", Format::Ipv4),
+             boolean("proxy_arp"),
+             boolean("multicast_acl_enable"),
+             objects("remote_endpoint", &remoteEndpoint),
+             integer("static_channel_group"),
+             object("switchport", &switchport),
+             string("rf_mode"),
+             integers("dtim", kDtim),
+             strings("fallback_channels", Format::Channel),
+             strings("ocs_channel_list_bg", Format::Channel),
+             strings("ocs_channel_list_a", Format::Channel),
+             strings("ocs_channel_list_ax6", Format::Channel),
+             integer("probe_response_rssi_threshold"),
+             names("qos_policy", "radio_qos"),
+             objects("wlanbssmap", &bssMapItem),
+             objects("meshpointbssmap", &meshBssMapItem),
+             boolean("shutdown")},
+            false
+    };
+
+    Kind arpGuard{"arp_guard_acl", {string("ip", Format::Ipv4), string("mac", Format::Mac)}, false};
+    Kind route{
+        "route", {string("destination", Format::IpPrefix), string("gateway", Format::Ipv4)}, false};
+    Kind meshpointDevice{
+        "meshpoint_device",
+        {names("name", "meshpoint"), string("is_root_dev"), boolean("monitor_pri_port_link"),
+         integer("hysteresis_snr_min"), strings("acs_channel_list_5", Format::ChannelList),
+         strings("acs_channel_list_6", Format::ChannelList),
+         strings("acs_channel_list_24", Format::ChannelList)},
+        false};
+    // The device and every profile: the profile's members are read as the device's.
+    Kind device{
+        "device",
+        {string("name"), string("hostname"), names("profile_name", "profile"),
+         names("rf_domain_name", "rf_domain"), objects("interface", &interface),
+         objects("route", &route), objects("arp_guard_acl", &arpGuard),
+         strings("cen_failover_home_ip_addr", Format::Ipv4),
+         strings("cen_failover_foreign_ip_addr", Format::Ipv4),
+         objects("meshpoint_device", &meshpointDevice),
+         names("management_policy", "management_policy"),
+         object("passpoint_policy", &globalPasspoint), boolean("load_balancing_balance_band_loads"),
+         boolean("load_balancing_balance_ap_loads"), integer("load_balancing_group_id")},
+        false};
+    Kind profile{"profile", device.members, false};
+
+    Kind server{"server", {string("host"), integer("port", kPort)}, false};
+    Kind rfDomain{
+        "rf_domain",
+        {string("name"), string("country_code", Format::Country),
+         names("sensor_policy_name", "sensor_policy"), names("smart_rf_policy", "smart_rf_policy"),
+         objects("sensor_server", &server), objects("location_server", &server)},
+        false};
+    Kind scanMode{"sensor_scanmode", {string("scan_mode"), integer("lock_freq")}, false};
+    Kind sensorPolicy{
+        "sensor_policy",
+        {string("name"), object("sensor_scanmode", &scanMode), array("scan_channels")},
+        false};
+    Kind meshpoint{"meshpoint",
+                   {string("name"), string("meshid", Format::Ssid), integer("cen_ssid_id"),
+                    boolean("is_root")},
+                   false};
+    Kind radioQos{
+        "radio_qos",
+        {string("name"), boolean("admission_control_voice_enable"),
+         boolean("admission_control_video_enable"), boolean("admission_control_best_effort_enable"),
+         boolean("admission_control_background_enable")},
+        false};
+    Kind captivePortal{"captive_portal",
+                       {string("name"), names("dns_whitelist", "dns_whitelist"),
+                        string("cen_http_ports"), names("aaa_policy", "aaa_policy")},
+                       false};
+    Kind extApp{"cen_ext_app",
+                {string("cen_ext_app_disp_name"), string("cen_ext_app_match_str"),
+                 integer("cen_ext_app_disp_id"), integer("cen_ext_app_id"),
+                 string("cen_ext_app_group_name"), integer("cen_ext_app_group_id")},
+                false};
+
+    // Tables that are only named by others here: the AP forwards their members as they are.
+    Kind named{"named_object", {string("name")}, false};
+
+    std::vector<TopLevel> top{
+        {"config-version", nullptr, Type::String, false},
+        {"personality", nullptr, Type::String, false},
+        {"request-id", nullptr, Type::Integer, false},
+        {"cen_time", nullptr, Type::Integer, false},
+        {"ip", nullptr, Type::String, false},
+        {"port", nullptr, Type::Integer, false},
+        {"key", nullptr, Type::String, false},
+        {"device", &device, Type::Object, true},
+        {"profile", &profile, Type::Object, false},
+        {"rf_domain", &rfDomain, Type::Object, false},
+        {"sensor_policy", &sensorPolicy, Type::Object, false},
+        {"wlan", &wlan, Type::Object, false},
+        {"meshpoint", &meshpoint, Type::Object, false},
+        {"radio_qos", &radioQos, Type::Object, false},
+        {"mac_acl", &macAcl, Type::Object, false},
+        {"ip_acl", &ipAcl, Type::Object, false},
+        {"ipv6_acl", &ipAcl, Type::Object, false},
+        {"app_policy", &appPolicy, Type::Object, false},
+        {"captive_portal", &captivePortal, Type::Object, false},
+        {"passpoint_policy", &passpointPolicy, Type::Object, false},
+        {"cen_ext_app_cfg_tbl", &extApp, Type::Object, false},
+        {"wlan_qos", &named, Type::Object, false},
+        {"management_policy", &named, Type::Object, false},
+        {"smart_rf_policy", &named, Type::Object, false},
+        {"dns_whitelist", &named, Type::Object, false},
+        {"aaa_policy", &named, Type::Object, false},
+        {"assoc_acl", &named, Type::Object, false},
+    };
+    std::vector<const Kind*> all{&device,
+                                 &profile,
+                                 &interface,
+                                 &remoteEndpoint,
+                                 &switchport,
+                                 &bssMapItem,
+                                 &meshBssMapItem,
+                                 &route,
+                                 &arpGuard,
+                                 &meshpointDevice,
+                                 &globalPasspoint,
+                                 &rfDomain,
+                                 &server,
+                                 &sensorPolicy,
+                                 &scanMode,
+                                 &wlan,
+                                 &vlanItem,
+                                 &meshpoint,
+                                 &radioQos,
+                                 &macAcl,
+                                 &macRule,
+                                 &ipAcl,
+                                 &ipRule,
+                                 &containToVlan,
+                                 &appPolicy,
+                                 &appRule,
+                                 &defaultAction,
+                                 &captivePortal,
+                                 &passpointPolicy,
+                                 &netAuthType,
+                                 &plmn,
+                                 &naiRealm,
+                                 &eapMethod,
+                                 &langName,
+                                 &connectionCapability,
+                                 &osuProvider,
+                                 &icon,
+                                 &extApp,
+                                 &named};
+
+    Tables() {
+        eapAuthValues = namesOf(naiEapAuthValId2);
+        for (const std::string& name : namesOf(naiEapAuthValId5)) eapAuthValues.push_back(name);
+    }
+};
+
+// Built on first use: the EAP tables are the library's globals, initialised before main.
+const Tables& tables() {
+    static const Tables instance;
+    return instance;
+}
+
+}  // namespace
+
+const std::vector<TopLevel>& topLevel() {
+    return tables().top;
+}
+const std::vector<const Kind*>& kinds() {
+    return tables().all;
+}
+const Kind& interfaceKind() {
+    return tables().interface;
+}
+
+const char* typeText(Type type) {
+    switch (type) {
+        case Type::Integer:
+            return "an integer";
+        case Type::Boolean:
+            return "a boolean";
+        case Type::String:
+            return "a string";
+        case Type::Object:
+            return "an object";
+        case Type::Array:
+            return "an array";
+    }
+    return "";
+}
+
+const char* formatText(Format format) {
+    switch (format) {
+        case Format::None:
+            return "";
+        case Format::Mac:
+            return "a MAC address: six hexadecimal pairs separated by \":\"";
+        case Format::RuleMac:
+            return "a MAC address: six hexadecimal pairs separated by \"-\"";
+        case Format::Ipv4:
+            return "an IPv4 address";
+        case Format::IpPrefix:
+            return "an IPv4 or IPv6 address, optionally with \"/\" and a prefix length";
+        case Format::Channel:
+            return "a channel number in decimal";
+        case Format::ChannelList:
+            return "channel numbers in decimal separated by commas";
+        case Format::Ssid:
+            return "1 to 32 octets";
+        case Format::Country:
+            return "an ISO 3166 country code of two letters";
+        case Format::Mcc:
+            return "a mobile country code of 3 digits";
+        case Format::Mnc:
+            return "a mobile network code of 2 or 3 digits";
+    }
+    return "";
+}
+
+#define JCP_OCTET "(25[0-5]|2[0-4][0-9]|1[0-9][0-9]|[0-9][0-9]?)"
+#define JCP_IPV4 JCP_OCTET "(\\." JCP_OCTET "){3}"
+
+const char* formatPattern(Format format) {
+    switch (format) {
+        case Format::Mac:
+            return "^[0-9A-Fa-f]{2}(:[0-9A-Fa-f]{2}){5}$";
+        case Format::RuleMac:
+            return "^[0-9A-Fa-f]{2}(-[0-9A-Fa-f]{2}){5}$";
+        case Format::Ipv4:
+            return "^" JCP_IPV4 "$";
+        case Format::IpPrefix:
+            return "^(" JCP_IPV4 "|[0-9A-Fa-f:]*:[0-9A-Fa-f:]*)(/[0-9]{1,3})?$";
+        case Format::Channel:
+            // The base-10 conversion skips leading blanks and stops at the first non-digit.
+            return "^ *[0-9]{1,3}$";
+        case Format::ChannelList:
+            return "^ *[0-9]{1,3}( *, *[0-9]{1,3})* *$";
+        case Format::Country:
+            return "^[A-Za-z]{2}$";
+        case Format::Mcc:
+            return "^[0-9]{3}$";
+        case Format::Mnc:
+            return "^[0-9]{2,3}$";
+        case Format::None:
+        case Format::Ssid:  // octets, which a pattern cannot count
+            return nullptr;
+    }
+    return nullptr;
+}
+
+bool hasFormat(const std::string& text, Format format, std::string& because) {
+    because.clear();
+    if (format == Format::Ssid) {
+        if (text.empty()) because = "is empty";
+        if (text.size() > 32) because = "is " + std::to_string(text.size()) + " octets long";
+        return because.empty();
+    }
+    const char* pattern = formatPattern(format);
+    if (pattern == nullptr) return true;
+    // One compiled expression per format, kept for the whole run.
+    static std::vector<std::regex> compiled = [] {
+        std::vector<std::regex> out;
+        for (int f = 0; f <= static_cast<int>(Format::Mnc); ++f) {
+            const char* p = formatPattern(static_cast<Format>(f));
+            out.emplace_back(p == nullptr ? "" : p);
+        }
+        return out;
+    }();
+    if (std::regex_search(text, compiled[static_cast<size_t>(format)])) return true;
+    because = std::string("is not ") + formatText(format);
+    return false;
+}
+
+}  // namespace schema
