@@ -40,20 +40,21 @@ void reportType(json_object* value, const std::string& at, Type expected, Findin
                       "; the value is ignored");
 }
 
+// Edits between two names, a swap of two neighbouring letters counting as one: the typing
+// slip that most often turns a value into another ("dney").
 size_t editDistance(const std::string& a, const std::string& b) {
-    std::vector<size_t> row(b.size() + 1);
-    for (size_t j = 0; j <= b.size(); ++j) row[j] = j;
+    std::vector<std::vector<size_t>> d(a.size() + 1, std::vector<size_t>(b.size() + 1));
+    for (size_t i = 0; i <= a.size(); ++i) d[i][0] = i;
+    for (size_t j = 0; j <= b.size(); ++j) d[0][j] = j;
     for (size_t i = 1; i <= a.size(); ++i) {
-        size_t diagonal = row[0];
-        row[0] = i;
         for (size_t j = 1; j <= b.size(); ++j) {
-            size_t above = row[j];
-            row[j] =
-                std::min({row[j] + 1, row[j - 1] + 1, diagonal + (a[i - 1] == b[j - 1] ? 0u : 1u)});
-            diagonal = above;
+            size_t change = a[i - 1] == b[j - 1] ? 0 : 1;
+            d[i][j] = std::min({d[i - 1][j] + 1, d[i][j - 1] + 1, d[i - 1][j - 1] + change});
+            if (i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1])
+                d[i][j] = std::min(d[i][j], d[i - 2][j - 2] + 1);
         }
     }
-    return row[b.size()];
+    return d[a.size()][b.size()];
 }
 
 // A near miss: at most two edits, and fewer for short names, where two edits reach too far.
@@ -250,7 +251,7 @@ void checkTypes(const Context& ctx, Findings& out) {
             forEachItem(ctx, key, [&](json_object* item, const std::string& at) {
                 Findings inItem;
                 checkObject(item, at, *top->kind, inItem);
-                keep(inItem, ctx.isReferenced(item) || item == ctx.builtProfile() ||
+                keep(inItem, !top->named || ctx.isReferenced(item) || item == ctx.builtProfile() ||
                                  (readFirst && item == first));
             });
         }

@@ -71,6 +71,7 @@ struct TopLevel {
     const Kind* kind;   // null for a single value
     Type type;          // a single value's type
     bool singleObject;  // "device": the object itself or an array whose first item is used
+    bool named;         // an item is used only when something names it
 };
 
 const std::vector<TopLevel>& topLevel();

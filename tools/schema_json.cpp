@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: MIT
+// Exports the schema table: each kind of object is one entry of "$defs", each top-level
+// member one property of the document.
+#include "schema_json.h"
+
+#include <string>
+
+#include "schema_table.h"
+
+namespace schema {
+
+namespace {
+
+const char* typeName(Type type) {
+    switch (type) {
+        case Type::Integer:
+            return "integer";
+        case Type::Boolean:
+            return "boolean";
+        case Type::String:
+            return "string";
+        case Type::Object:
+            return "object";
+        case Type::Array:
+            return "array";
+    }
+    return "";
+}
+
+void add(json_object* object, const char* key, json_object* value) {
+    json_object_object_add(object, key, value);
+}
+
+void addText(json_object* object, const char* key, const std::string& text) {
+    add(object, key, json_object_new_string(text.c_str()));
+}
+
+json_object* reference(const Kind& kind) {
+    json_object* out = json_object_new_object();
+    addText(out, "$ref", std::string("#/$defs/") + kind.name);
+    return out;
+}
+
+// What the member's descriptions tell a person typing it.
+std::string description(const Member& member) {
+    std::string text;
+    auto append = [&text](const std::string& part) { text += (text.empty() ? "" : "; ") + part; };
+    if (member.reference != nullptr)
+        append(std::string("names a \"") + member.reference + "\" object");
+    if (member.format != Format::None) append(formatText(member.format));
+    if (member.range.present()) {
+        append(std::to_string(member.range.min) + " to " + std::to_string(member.range.max) +
+               (member.range.outside != nullptr ? std::string(", else ") + member.range.outside
+                                                : std::string(" (the standard's range)")));
+    }
+    return text;
+}
+
+// One value of the member: the member itself, or one item of an array member.
+json_object* valueSchema(const Member& member, Type type) {
+    if (type == Type::Object && member.kind != nullptr) return reference(*member.kind);
+    json_object* out = json_object_new_object();
+    addText(out, "type", typeName(type));
+    if (type == Type::Integer && member.range.present() && member.range.outside != nullptr) {
+        add(out, "minimum", json_object_new_int64(member.range.min));
+        add(out, "maximum", json_object_new_int64(member.range.max));
+    }
+    if (type == Type::String) {
+        // A country code the AP keeps as written: only described.
+        const char* pattern =
+            member.format == Format::Country ? nullptr : formatPattern(member.format);
+        if (pattern != nullptr) addText(out, "pattern", pattern);
+        if (member.format == Format::Ssid) add(out, "maxLength", json_object_new_int(32));
+        if (member.values != nullptr) {
+            json_object* values = json_object_new_array();
+            for (const std::string& v : *member.values)
+                json_object_array_add(values, json_object_new_string(v.c_str()));
+            add(out, "enum", values);
+        }
+    }
+    return out;
+}
+
+json_object* memberSchema(const Member& member) {
+    json_object* out = nullptr;
+    if (member.type == Type::Array) {
+        out = json_object_new_object();
+        addText(out, "type", "array");
+        if (member.items != Type::Array) add(out, "items", valueSchema(member, member.items));
+    } else {
+        out = valueSchema(member, member.type);
+    }
+    std::string text = description(member);
+    if (!text.empty()) {
+        // A $ref object gains a sibling description, which 2020-12 allows.
+        addText(out, "description", text);
+    }
+    return out;
+}
+
+json_object* kindSchema(const Kind& kind) {
+    json_object* out = json_object_new_object();
+    addText(out, "type", "object");
+    json_object* properties = json_object_new_object();
+    for (const Member& member : kind.members) add(properties, member.name, memberSchema(member));
+    add(out, "properties", properties);
+    return out;
+}
+
+// A table of named objects: an array of them, or an object whose members are they.
+json_object* tableSchema(const TopLevel& top) {
+    json_object* asArray = json_object_new_object();
+    addText(asArray, "type", "array");
+    add(asArray, "items", reference(*top.kind));
+    json_object* asObject = nullptr;
+    if (top.singleObject) {
+        asObject = reference(*top.kind);
+    } else {
+        // As lint does, only the object members of a table in object form are its items.
+        json_object* item = json_object_new_object();
+        json_object* isObject = json_object_new_object();
+        addText(isObject, "type", "object");
+        add(item, "if", isObject);
+        add(item, "then", reference(*top.kind));
+        asObject = json_object_new_object();
+        addText(asObject, "type", "object");
+        add(asObject, "additionalProperties", item);
+    }
+    json_object* forms = json_object_new_array();
+    json_object_array_add(forms, asArray);
+    json_object_array_add(forms, asObject);
+    json_object* out = json_object_new_object();
+    add(out, "anyOf", forms);
+    return out;
+}
+
+}  // namespace
+
+tool::JsonPtr jsonSchema() {
+    tool::JsonPtr out(json_object_new_object());
+    addText(out.get(), "$schema", "https://json-schema.org/draft/2020-12/schema");
+    addText(out.get(), "title", "jsoncfgplus configuration document");
+    addText(out.get(), "description",
+            "The members the AP's build and converters read. Members not listed are passed "
+            "through or ignored; \"jsoncfgplus lint\" reports near misses of listed ones.");
+    addText(out.get(), "type", "object");
+    json_object* properties = json_object_new_object();
+    for (const TopLevel& top : topLevel()) {
+        if (top.kind == nullptr) {
+            json_object* single = json_object_new_object();
+            addText(single, "type", typeName(top.type));
+            add(properties, top.name, single);
+        } else {
+            add(properties, top.name, tableSchema(top));
+        }
+    }
+    add(out.get(), "properties", properties);
+    json_object* defs = json_object_new_object();
+    for (const Kind* kind : kinds()) add(defs, kind->name, kindSchema(*kind));
+    add(out.get(), "$defs", defs);
+    return out;
+}
+
+}  // namespace schema
