@@ -236,11 +236,16 @@ TEST(SchemaTest, ValuesTheApKeepsAreValid) {
     const struct {
         const char* pointer;
         const char* value;
+        const char* warning;  // in lint's warning at the pointer; null for none
     } rows[] = {
-        {"/rf_domain/0/country_code", "\"deu\""},
-        {"/rf_domain/0/sensor_server/1/port", "70000"},
-        {"/passpoint_policy/0/plmnid/0/mnc", "\"410\""},
-        {"/profile/0/interface/6/fallback_channels/0", "\" 6\""},
+        {"/rf_domain/0/country_code", "\"deu\"", "is not an ISO 3166 country code"},
+        {"/rf_domain/0/sensor_server/1/port", "70000", "outside 1 to 65535, the standard's"},
+        {"/passpoint_policy/0/plmnid/0/mnc", "\"410\"", nullptr},
+        {"/profile/0/interface/6/fallback_channels/0", "\" 6\"", nullptr},
+        {"/profile/0/interface/5/ocs_channel_list_bg/0", "\"36\"",
+         "channel 36 is outside 1 to 14, the channels of its band"},
+        {"/profile/0/meshpoint_device/0/acs_channel_list_5/0", "\"36,40,6\"",
+         "channel 6 is outside 32 to 177"},
     };
     TempDir dir;
     std::string schema = writeSchema(dir);
@@ -249,7 +254,17 @@ TEST(SchemaTest, ValuesTheApKeepsAreValid) {
         std::string document = plant(dir, row.pointer, row.value);
         Validation v = validate(schema, document);
         EXPECT_EQ(v.status, 0) << v.output;
-        EXPECT_FALSE(hasError(lintProblems(document), row.pointer));
+        std::vector<LintProblem> problems = lintProblems(document);
+        EXPECT_FALSE(hasError(problems, row.pointer));
+        std::string warnings;
+        for (const LintProblem& p : problems) {
+            if (p.pointer == row.pointer) warnings += p.message + "\n";
+        }
+        if (row.warning == nullptr) {
+            EXPECT_EQ(warnings, "");
+        } else {
+            EXPECT_NE(warnings.find(row.warning), std::string::npos) << warnings;
+        }
     }
 }
 

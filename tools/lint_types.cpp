@@ -5,6 +5,7 @@
 // the standard's range are warnings, and so are unknown members, since the AP ignores them.
 #include <algorithm>
 #include <cstdint>
+#include <cstdlib>
 #include <unordered_set>
 
 #include "lint_context.h"
@@ -43,18 +44,21 @@ void reportType(json_object* value, const std::string& at, Type expected, Findin
 // Edits between two names, a swap of two neighbouring letters counting as one: the typing
 // slip that most often turns a value into another ("dney").
 size_t editDistance(const std::string& a, const std::string& b) {
-    std::vector<std::vector<size_t>> d(a.size() + 1, std::vector<size_t>(b.size() + 1));
-    for (size_t i = 0; i <= a.size(); ++i) d[i][0] = i;
-    for (size_t j = 0; j <= b.size(); ++j) d[0][j] = j;
+    // Three rows: the swap looks two rows back.
+    std::vector<size_t> before(b.size() + 1), last(b.size() + 1), row(b.size() + 1);
+    for (size_t j = 0; j <= b.size(); ++j) last[j] = j;
     for (size_t i = 1; i <= a.size(); ++i) {
+        row[0] = i;
         for (size_t j = 1; j <= b.size(); ++j) {
             size_t change = a[i - 1] == b[j - 1] ? 0 : 1;
-            d[i][j] = std::min({d[i - 1][j] + 1, d[i][j - 1] + 1, d[i - 1][j - 1] + change});
+            row[j] = std::min({last[j] + 1, row[j - 1] + 1, last[j - 1] + change});
             if (i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1])
-                d[i][j] = std::min(d[i][j], d[i - 2][j - 2] + 1);
+                row[j] = std::min(row[j], before[j - 2] + 1);
         }
+        std::swap(before, last);
+        std::swap(last, row);
     }
-    return d[a.size()][b.size()];
+    return last[b.size()];
 }
 
 // A near miss: at most two edits, and fewer for short names, where two edits reach too far.
@@ -87,6 +91,24 @@ const char* formatConsequence(Format format) {
     }
 }
 
+// The numbers of a channel text (the format holds) against the band's channels.
+void checkChannels(const std::string& text, const std::string& at, const schema::Range& band,
+                   Findings& out) {
+    size_t start = 0;
+    while (start < text.size()) {
+        size_t end = text.find(',', start);
+        if (end == std::string::npos) end = text.size();
+        long channel = std::strtol(text.c_str() + start, nullptr, 10);
+        if (channel < band.min || channel > band.max) {
+            out.warning(at, "channel " + std::to_string(channel) + " is outside " +
+                                std::to_string(band.min) + " to " + std::to_string(band.max) +
+                                ", the channels of its band");
+            return;
+        }
+        start = end + 1;
+    }
+}
+
 void checkString(json_object* value, const std::string& at, const Member& member, Findings& out) {
     std::string text(json_object_get_string(value),
                      static_cast<size_t>(json_object_get_string_len(value)));
@@ -99,6 +121,7 @@ void checkString(json_object* value, const std::string& at, const Member& member
             out.error(at, message);
         }
     }
+    if (because.empty() && member.range.present()) checkChannels(text, at, member.range, out);
     if (member.values == nullptr) return;
     const std::vector<std::string>& values = *member.values;
     if (std::find(values.begin(), values.end(), text) != values.end()) return;
@@ -166,9 +189,12 @@ const Member* findMember(const Kind& kind, const std::string& name) {
     return nullptr;
 }
 
+// known: the members or top-level entries of the table, each with a name.
+template <typename Known>
 void checkUnknown(json_object* object, const std::string& at, const std::string& key,
-                  const std::vector<const char*>& known, bool complete, Findings& out) {
-    for (const char* candidate : known) {
+                  const std::vector<Known>& known, bool complete, Findings& out) {
+    for (const Known& entry : known) {
+        const char* candidate = entry.name;
         if (json_object_object_get_ex(object, candidate, nullptr)) continue;
         if (!nearMiss(key, candidate)) continue;
         out.warning(pointerTo(at, key), "unknown member; did you mean " + quoted(candidate) +
@@ -178,19 +204,13 @@ void checkUnknown(json_object* object, const std::string& at, const std::string&
     if (complete) out.warning(pointerTo(at, key), "unknown member; the AP ignores it");
 }
 
-std::vector<const char*> namesOf(const Kind& kind) {
-    std::vector<const char*> out;
-    for (const Member& m : kind.members) out.push_back(m.name);
-    return out;
-}
-
 void checkObject(json_object* object, const std::string& at, const Kind& kind, Findings& out) {
     json_object_object_foreach(object, key, value) {
         const Member* member = findMember(kind, key);
         if (member != nullptr) {
             checkMember(value, pointerTo(at, key), *member, out);
         } else {
-            checkUnknown(object, at, key, namesOf(kind), kind.complete, out);
+            checkUnknown(object, at, key, kind.members, kind.complete, out);
         }
     }
 }
@@ -228,8 +248,6 @@ void checkTypes(const Context& ctx, Findings& out) {
     };
 
     json_object* root = ctx.root();
-    std::vector<const char*> topNames;
-    for (const schema::TopLevel& top : schema::topLevel()) topNames.push_back(top.name);
     json_object_object_foreach(root, key, value) {
         const schema::TopLevel* top = nullptr;
         for (const schema::TopLevel& t : schema::topLevel()) {
@@ -237,7 +255,7 @@ void checkTypes(const Context& ctx, Findings& out) {
         }
         Findings found;
         if (top == nullptr) {
-            checkUnknown(root, "", key, topNames, false, found);
+            checkUnknown(root, "", key, schema::topLevel(), false, found);
         } else if (top->kind == nullptr) {
             Member single{top->name, top->type};
             checkScalar(value, pointerTo("", key), top->type, single, found);

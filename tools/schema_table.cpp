@@ -47,9 +47,10 @@ Member objects(const char* name, const Kind* kind) {
     m.kind = kind;
     return m;
 }
-Member strings(const char* name, Format format = Format::None) {
+Member strings(const char* name, Format format = Format::None, Range range = {}) {
     Member m{name, Type::Array, Type::String};
     m.format = format;
+    m.range = range;
     return m;
 }
 Member integers(const char* name, Range range = {}) {
@@ -71,6 +72,11 @@ const Range kPortOrZero{0, 65535};
 const Range kOctet{0, 255};
 const Range kPriority{0, 7};
 const Range kDtim{1, 255};
+// Channel numbers by band; the AP keeps a number outside its band as written.
+const Range kAnyBand{1, 233};
+const Range k24GHz{1, 14};
+const Range k5GHz{32, 177};
+const Range k6GHz{1, 233};
 const Range kRuleVlan{1, 4094, "the filter converter refuses the rule"};
 const Range kPrecedence{0, INT32_MAX, "the filter converter refuses the rule"};
 const Range kProtocol{0, 255, "the filter converter refuses the rule"};
@@ -212,10 +218,10 @@ struct Tables {
              object("switchport", &switchport),
              string("rf_mode"),
              integers("dtim", kDtim),
-             strings("fallback_channels", Format::Channel),
-             strings("ocs_channel_list_bg", Format::Channel),
-             strings("ocs_channel_list_a", Format::Channel),
-             strings("ocs_channel_list_ax6", Format::Channel),
+             strings("fallback_channels", Format::Channel, kAnyBand),
+             strings("ocs_channel_list_bg", Format::Channel, k24GHz),
+             strings("ocs_channel_list_a", Format::Channel, k5GHz),
+             strings("ocs_channel_list_ax6", Format::Channel, k6GHz),
              integer("probe_response_rssi_threshold"),
              names("qos_policy", "radio_qos"),
              objects("wlanbssmap", &bssMapItem),
@@ -230,9 +236,9 @@ struct Tables {
     Kind meshpointDevice{
         "meshpoint_device",
         {names("name", "meshpoint"), string("is_root_dev"), boolean("monitor_pri_port_link"),
-         integer("hysteresis_snr_min"), strings("acs_channel_list_5", Format::ChannelList),
-         strings("acs_channel_list_6", Format::ChannelList),
-         strings("acs_channel_list_24", Format::ChannelList)},
+         integer("hysteresis_snr_min"), strings("acs_channel_list_5", Format::ChannelList, k5GHz),
+         strings("acs_channel_list_6", Format::ChannelList, k6GHz),
+         strings("acs_channel_list_24", Format::ChannelList, k24GHz)},
         false};
     // The device and every profile: the profile's members are read as the device's.
     Kind device{
