@@ -217,6 +217,12 @@ TEST(SchemaTest, PlantedMistakesFailValidationAndLint) {
         {"/passpoint_policy/0/nai_realm/0/eap_method/0/method", "\"peap\""},
         {"/passpoint_policy/0/nai_realm/0/eap_method/0/auth_type", "\"inner\""},
         {"/passpoint_policy/0/cc_variable/0/status", "\"opened\""},
+        {"/passpoint_policy/0/nai_realm/0/eap_method/0/auth_val", "\"cert\""},
+        {"/passpoint_policy/0/nai_realm/0/eap_method/0/index", "256"},
+        {"/passpoint_policy/0/cc_variable/0/port", "\"https\""},
+        {"/passpoint_policy/0/cc_variable/0/protocol", "\"sctp\""},
+        {"/passpoint_policy/0/venue_name_lang", "\"en\""},
+        {"/passpoint_policy/0/plmnid/0/mcc", "1000"},
         {"/passpoint_policy/0/osu_provider/0/icon/0/width", "\"32\""},
     };
     TempDir dir;
@@ -241,6 +247,13 @@ TEST(SchemaTest, ValuesTheApKeepsAreValid) {
         {"/rf_domain/0/country_code", "\"deu\"", "is not an ISO 3166 country code"},
         {"/rf_domain/0/sensor_server/1/port", "70000", "outside 1 to 65535, the standard's"},
         {"/passpoint_policy/0/plmnid/0/mnc", "\"410\"", nullptr},
+        // The Passpoint converters take codes as numbers and a single object for a list.
+        {"/passpoint_policy/0/plmnid/0/mcc", "310", nullptr},
+        {"/passpoint_policy/0/nai_realm/0/eap_method/0/method", "21", nullptr},
+        {"/passpoint_policy/0/nai_realm/0/eap_method/0/auth_val", "4", nullptr},
+        {"/passpoint_policy/0/cc_variable/0/port", "\"443\"", nullptr},
+        {"/passpoint_policy/0/cc_variable/0/protocol", "6", nullptr},
+        {"/passpoint_policy/0/plmnid", "{\"mcc\": \"310\", \"mnc\": \"410\"}", nullptr},
         {"/profile/0/interface/6/fallback_channels/0", "\" 6\"", nullptr},
         {"/profile/0/interface/5/ocs_channel_list_bg/0", "\"36\"",
          "channel 36 is outside 1 to 14, the channels of its band"},

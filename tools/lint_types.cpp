@@ -36,9 +36,13 @@ bool hasType(json_object* value, Type type) {
     return false;
 }
 
-void reportType(json_object* value, const std::string& at, Type expected, Findings& out) {
-    out.error(at, "is " + describeType(value) + ", but is read as " + schema::typeText(expected) +
-                      "; the value is ignored");
+void reportType(json_object* value, const std::string& at, const std::vector<Type>& expected,
+                Findings& out) {
+    std::string types;
+    for (size_t i = 0; i < expected.size(); ++i)
+        types += std::string(i == 0 ? "" : " or ") + schema::typeText(expected[i]);
+    out.error(at,
+              "is " + describeType(value) + ", but is read as " + types + "; the value is ignored");
 }
 
 // Edits between two names, a swap of two neighbouring letters counting as one: the typing
@@ -86,6 +90,10 @@ const char* formatConsequence(Format format) {
         case Format::Mcc:
         case Format::Mnc:
             return "the Passpoint converter drops this network";
+        case Format::Language:
+            return "the Passpoint converter drops the name or icon it belongs to";
+        case Format::Digits:
+            return "the connection capability is dropped";
         default:
             return "the AP does not read it as written";
     }
@@ -156,16 +164,22 @@ void checkInteger(json_object* value, const std::string& at, const schema::Range
 
 void checkObject(json_object* object, const std::string& at, const Kind& kind, Findings& out);
 
-// One value of the member's type (or one item of an array member).
+// One value of the member (or one item of an array member), type the one expected first.
 void checkScalar(json_object* value, const std::string& at, Type type, const Member& member,
                  Findings& out) {
-    if (!hasType(value, type)) {
-        reportType(value, at, type, out);
-    } else if (type == Type::Integer) {
+    std::vector<Type> types = schema::typesOf(member, type);
+    // An array member's items are never arrays themselves.
+    if (type != member.type)
+        types.erase(std::remove(types.begin(), types.end(), Type::Array), types.end());
+    auto found =
+        std::find_if(types.begin(), types.end(), [value](Type t) { return hasType(value, t); });
+    if (found == types.end()) {
+        reportType(value, at, types, out);
+    } else if (*found == Type::Integer) {
         checkInteger(value, at, member.range, out);
-    } else if (type == Type::String) {
+    } else if (*found == Type::String) {
         checkString(value, at, member, out);
-    } else if (type == Type::Object && member.kind != nullptr) {
+    } else if (*found == Type::Object && member.kind != nullptr) {
         checkObject(value, at, *member.kind, out);
     }
 }
@@ -204,6 +218,24 @@ void checkUnknown(json_object* object, const std::string& at, const std::string&
     if (complete) out.warning(pointerTo(at, key), "unknown member; the AP ignores it");
 }
 
+// A text that another member narrows: reported only when it passed its own member's check.
+void checkCondition(json_object* object, const std::string& at, const schema::Condition& c,
+                    const Member& then, Findings& out) {
+    json_object* when = nullptr;
+    json_object* value = nullptr;
+    if (!json_object_object_get_ex(object, c.when, &when) || !isType(when, json_type_string) ||
+        std::string(json_object_get_string(when)) != c.is ||
+        !json_object_object_get_ex(object, c.then, &value) || !isType(value, json_type_string))
+        return;
+    std::string text = json_object_get_string(value);
+    const std::vector<std::string>& all = *then.values;
+    if (std::find(all.begin(), all.end(), text) == all.end()) return;
+    if (std::find(c.values->begin(), c.values->end(), text) != c.values->end()) return;
+    out.error(pointerTo(at, c.then), "is " + quoted(text) + ", not one of " +
+                                         enumeration(*c.values) + " for " + quoted(c.when) + " " +
+                                         quoted(c.is) + "; " + then.otherwise);
+}
+
 void checkObject(json_object* object, const std::string& at, const Kind& kind, Findings& out) {
     json_object_object_foreach(object, key, value) {
         const Member* member = findMember(kind, key);
@@ -213,6 +245,8 @@ void checkObject(json_object* object, const std::string& at, const Kind& kind, F
             checkUnknown(object, at, key, kind.members, kind.complete, out);
         }
     }
+    for (const schema::Condition& c : kind.conditions)
+        checkCondition(object, at, c, *findMember(kind, c.then), out);
 }
 
 }  // namespace

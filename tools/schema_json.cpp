@@ -3,7 +3,9 @@
 // member one property of the document.
 #include "schema_json.h"
 
+#include <algorithm>
 #include <string>
+#include <vector>
 
 #include "schema_table.h"
 
@@ -56,8 +58,8 @@ std::string description(const Member& member) {
     return text;
 }
 
-// One value of the member: the member itself, or one item of an array member.
-json_object* valueSchema(const Member& member, Type type) {
+// One value of the member of one JSON type.
+json_object* typedSchema(const Member& member, Type type) {
     if (type == Type::Object && member.kind != nullptr) return reference(*member.kind);
     json_object* out = json_object_new_object();
     addText(out, "type", typeName(type));
@@ -81,14 +83,35 @@ json_object* valueSchema(const Member& member, Type type) {
     return out;
 }
 
+// One value of the member (or one item of an array member): any of the types it takes.
+json_object* valueSchema(const Member& member, Type type, bool item) {
+    std::vector<Type> types = typesOf(member, type);
+    if (item) types.erase(std::remove(types.begin(), types.end(), Type::Array), types.end());
+    if (types.size() == 1) return typedSchema(member, type);
+    json_object* forms = json_object_new_array();
+    for (Type t : types) {
+        if (t == Type::Array) {
+            json_object* array = json_object_new_object();
+            addText(array, "type", "array");
+            add(array, "items", valueSchema(member, member.items, true));
+            json_object_array_add(forms, array);
+        } else {
+            json_object_array_add(forms, typedSchema(member, t));
+        }
+    }
+    json_object* out = json_object_new_object();
+    add(out, "anyOf", forms);
+    return out;
+}
+
 json_object* memberSchema(const Member& member) {
     json_object* out = nullptr;
-    if (member.type == Type::Array) {
+    if (member.type == Type::Array && member.also == 0) {
         out = json_object_new_object();
         addText(out, "type", "array");
-        if (member.items != Type::Array) add(out, "items", valueSchema(member, member.items));
+        if (member.items != Type::Array) add(out, "items", valueSchema(member, member.items, true));
     } else {
-        out = valueSchema(member, member.type);
+        out = valueSchema(member, member.type, false);
     }
     std::string text = description(member);
     if (!text.empty()) {
@@ -104,6 +127,44 @@ json_object* kindSchema(const Kind& kind) {
     json_object* properties = json_object_new_object();
     for (const Member& member : kind.members) add(properties, member.name, memberSchema(member));
     add(out, "properties", properties);
+    if (!kind.conditions.empty()) {
+        json_object* all = json_object_new_array();
+        for (const Condition& c : kind.conditions) {
+            json_object* is = json_object_new_object();
+            addText(is, "const", c.is);
+            json_object* whenProperties = json_object_new_object();
+            add(whenProperties, c.when, is);
+            json_object* required = json_object_new_array();
+            json_object_array_add(required, json_object_new_string(c.when));
+            json_object* when = json_object_new_object();
+            add(when, "properties", whenProperties);
+            add(when, "required", required);
+            // Only a text is narrowed; a number stays the code it is.
+            json_object* values = json_object_new_array();
+            for (const std::string& v : *c.values)
+                json_object_array_add(values, json_object_new_string(v.c_str()));
+            json_object* narrowed = json_object_new_object();
+            add(narrowed, "enum", values);
+            json_object* notText = json_object_new_object();
+            json_object* text = json_object_new_object();
+            addText(text, "type", "string");
+            add(notText, "not", text);
+            json_object* forms = json_object_new_array();
+            json_object_array_add(forms, notText);
+            json_object_array_add(forms, narrowed);
+            json_object* thenValue = json_object_new_object();
+            add(thenValue, "anyOf", forms);
+            json_object* thenProperties = json_object_new_object();
+            add(thenProperties, c.then, thenValue);
+            json_object* then = json_object_new_object();
+            add(then, "properties", thenProperties);
+            json_object* rule = json_object_new_object();
+            add(rule, "if", when);
+            add(rule, "then", then);
+            json_object_array_add(all, rule);
+        }
+        add(out, "allOf", all);
+    }
     return out;
 }
 

@@ -47,6 +47,10 @@ Member objects(const char* name, const Kind* kind) {
     m.kind = kind;
     return m;
 }
+// A Passpoint list: an array of objects, or a single object for a list of one.
+Member list(const char* name, const Kind* kind) {
+    return objects(name, kind).alsoAs(Type::Object);
+}
 Member strings(const char* name, Format format = Format::None, Range range = {}) {
     Member m{name, Type::Array, Type::String};
     m.format = format;
@@ -64,6 +68,7 @@ Member array(const char* name) {
 
 const char* const kTreatedAsAllow = "the filter converter treats it as \"allow\"";
 const char* const kEapDropped = "the EAP method is dropped";
+const char* const kCapabilityDropped = "the connection capability is dropped";
 
 const Range kVlan{1, 4094};
 const Range kVlanMasked{1, 4094, "the AP keeps only its low 12 bits"};
@@ -72,6 +77,12 @@ const Range kPortOrZero{0, 65535};
 const Range kOctet{0, 255};
 const Range kPriority{0, 7};
 const Range kDtim{1, 255};
+const Range kEapCode{0, 255, "the EAP method is dropped"};
+const Range kCapabilityPort{0, 65535, "the connection capability is dropped"};
+const Range kNetAuthCode{0, 3, "the network authentication type is dropped"};
+const Range kMccNumber{0, 999, "the Passpoint converter drops this network"};
+const Range kProtocolNumber{0, 255, "the connection capability is dropped"};
+const Range kIconSide{0, 65535, "the icon is dropped"};
 // Channel numbers by band; the AP keeps a number outside its band as written.
 const Range kAnyBand{1, 233};
 const Range k24GHz{1, 14};
@@ -91,8 +102,12 @@ struct Tables {
     std::vector<std::string> allowValues{"allow", "deny", "contain-to-vlan", "none", "redirect"};
     std::vector<std::string> eapMethods = namesOf(naiEapMethod);
     std::vector<std::string> eapAuthTypes = namesOf(naiEapAuthType);
+    std::vector<std::string> eapAuthValuesInner = namesOf(naiEapAuthValId2);
+    std::vector<std::string> eapAuthValuesCredential = namesOf(naiEapAuthValId5);
     std::vector<std::string> eapAuthValues;
     std::vector<std::string> capabilityStatus{"open", "closed"};
+    // The protocol names the connection capabilities know; any other protocol is its number.
+    std::vector<std::string> protocols{"icmp", "tcp", "udp", "esp"};
 
     Kind containToVlan{"contain_to_vlan",
                        {integer("vlan", kRuleVlan), boolean("cen_tagged"), boolean("cen_bridged")},
@@ -159,37 +174,53 @@ struct Tables {
                string("auth"), string("enc")},
               false};
 
-    Kind langName{"lang_name", {string("code"), string("name")}, true};
+    // The Passpoint converters take a single object for a list of one, and the EAP and
+    // protocol names also as the number that goes on the air.
+    Kind langName{"lang_name", {string("code", Format::Language), string("name")}, true};
     Kind icon{"icon",
-              {integer("width", {0, 65535}), integer("height", {0, 65535}), string("code"),
-               string("filename"), string("file")},
+              {integer("width", kIconSide), integer("height", kIconSide),
+               string("code", Format::Language), string("filename"), string("file")},
               true};
-    Kind netAuthType{"net_auth_type", {string("auth_type"), string("url")}, true};
-    Kind plmn{"plmnid", {string("mcc", Format::Mcc), string("mnc", Format::Mnc)}, true};
-    Kind eapMethod{"eap_method",
-                   {integer("index"), oneOf("method", &eapMethods, kEapDropped),
-                    oneOf("auth_type", &eapAuthTypes, kEapDropped),
-                    oneOf("auth_val", &eapAuthValues, kEapDropped)},
-                   true};
-    Kind naiRealm{"nai_realm", {string("realm_name"), objects("eap_method", &eapMethod)}, true};
+    Kind netAuthType{
+        "net_auth_type",
+        {string("auth_type").alsoAs(Type::Integer).within(kNetAuthCode), string("url")},
+        true};
+    Kind plmn{"plmnid",
+              {string("mcc", Format::Mcc).alsoAs(Type::Integer).within(kMccNumber),
+               string("mnc", Format::Mnc)},
+              true};
+    Kind eapMethod{
+        "eap_method",
+        {integer("index", kEapCode),
+         oneOf("method", &eapMethods, kEapDropped).alsoAs(Type::Integer).within(kEapCode),
+         oneOf("auth_type", &eapAuthTypes, kEapDropped).alsoAs(Type::Integer).within(kEapCode),
+         oneOf("auth_val", &eapAuthValues, kEapDropped).alsoAs(Type::Integer).within(kEapCode)},
+        true,
+        {{"auth_type", "non-eap-inner", "auth_val", &eapAuthValuesInner},
+         {"auth_type", "credential", "auth_val", &eapAuthValuesCredential}}};
+    Kind naiRealm{"nai_realm", {string("realm_name"), list("eap_method", &eapMethod)}, true};
     Kind connectionCapability{
         "cc_variable",
-        {string("protocol"), integer("port", {0, 65535}),
-         oneOf("status", &capabilityStatus, "the connection capability is dropped")},
+        {oneOf("protocol", &protocols, kCapabilityDropped)
+             .alsoAs(Type::Integer)
+             .within(kProtocolNumber),
+         integer("port", kCapabilityPort).alsoAs(Type::String).written(Format::Digits),
+         oneOf("status", &capabilityStatus, kCapabilityDropped)},
         true};
     Kind osuProvider{"osu_provider",
-                     {objects("name_lang", &langName), objects("description_lang", &langName),
-                      objects("icon", &icon), string("nai"), string("server_url"),
+                     {list("name_lang", &langName), list("description_lang", &langName),
+                      // Or the file name of a global icon, or a list of them.
+                      list("icon", &icon).alsoAs(Type::String), string("nai"), string("server_url"),
                       integer("method_oma_dm_priority"), integer("method_soap_xml_spp_priority")},
                      true};
     Kind passpointPolicy{
         "passpoint_policy",
-        {string("name"), string("hessid", Format::Mac), objects("net_auth_type", &netAuthType),
-         objects("plmnid", &plmn), objects("nai_realm", &naiRealm),
-         objects("venue_name_lang", &langName), objects("operator_name_lang", &langName),
-         objects("cc_variable", &connectionCapability), objects("osu_provider", &osuProvider)},
+        {string("name"), string("hessid", Format::Mac), list("net_auth_type", &netAuthType),
+         list("plmnid", &plmn), list("nai_realm", &naiRealm), list("venue_name_lang", &langName),
+         list("operator_name_lang", &langName), list("cc_variable", &connectionCapability),
+         list("osu_provider", &osuProvider)},
         false};
-    Kind globalPasspoint{"device_passpoint_policy", {objects("global_hs2_icons", &icon)}, false};
+    Kind globalPasspoint{"device_passpoint_policy", {list("global_hs2_icons", &icon)}, false};
 
     Kind remoteEndpoint{"remote_endpoint",
                         {string("addr", Format::Ipv4), boolean("secure"), string("ikev2_psk")},
@@ -360,8 +391,8 @@ struct Tables {
                                  &named};
 
     Tables() {
-        eapAuthValues = namesOf(naiEapAuthValId2);
-        for (const std::string& name : namesOf(naiEapAuthValId5)) eapAuthValues.push_back(name);
+        eapAuthValues = eapAuthValuesInner;
+        for (const std::string& name : eapAuthValuesCredential) eapAuthValues.push_back(name);
     }
 };
 
@@ -381,6 +412,14 @@ const std::vector<const Kind*>& kinds() {
 }
 const Kind& interfaceKind() {
     return tables().interface;
+}
+
+std::vector<Type> typesOf(const Member& member, Type first) {
+    std::vector<Type> out{first};
+    for (Type t : {Type::Integer, Type::Boolean, Type::String, Type::Object, Type::Array}) {
+        if (t != first && member.takes(t)) out.push_back(t);
+    }
+    return out;
 }
 
 const char* typeText(Type type) {
@@ -423,6 +462,10 @@ const char* formatText(Format format) {
             return "a mobile country code of 3 digits";
         case Format::Mnc:
             return "a mobile network code of 2 or 3 digits";
+        case Format::Language:
+            return "an ISO 639 language code of 2 or 3 letters";
+        case Format::Digits:
+            return "a number in decimal digits";
     }
     return "";
 }
@@ -451,6 +494,10 @@ const char* formatPattern(Format format) {
             return "^[0-9]{3}$";
         case Format::Mnc:
             return "^[0-9]{2,3}$";
+        case Format::Language:
+            return "^[A-Za-z]{2,3}$";
+        case Format::Digits:
+            return "^[0-9]{1,5}$";
         case Format::None:
         case Format::Ssid:  // octets, which a pattern cannot count
             return nullptr;
@@ -470,7 +517,7 @@ bool hasFormat(const std::string& text, Format format, std::string& because) {
     // One compiled expression per format, kept for the whole run.
     static std::vector<std::regex> compiled = [] {
         std::vector<std::regex> out;
-        for (int f = 0; f <= static_cast<int>(Format::Mnc); ++f) {
+        for (int f = 0; f <= static_cast<int>(Format::Digits); ++f) {
             const char* p = formatPattern(static_cast<Format>(f));
             out.emplace_back(p == nullptr ? "" : p);
         }

@@ -27,6 +27,8 @@ enum class Format {
     Country,      // ISO 3166 alpha-2 code
     Mcc,          // 3 digits
     Mnc,          // 2 or 3 digits
+    Language,     // ISO 639 code of 2 or 3 letters
+    Digits,       // a number written in decimal digits
 };
 
 struct Range {
@@ -53,6 +55,32 @@ struct Member {
     const std::vector<std::string>* values = nullptr;  // the values with a meaning
     const char* reference = nullptr;                   // the top-level object a name must name
     const char* otherwise = nullptr;  // what the AP does with a value not in values
+    // Other JSON types the AP also takes, for the value and for an Array's items (a code as a
+    // number, a single object for a list of one); a bit per Type.
+    unsigned also = 0;
+
+    Member& alsoAs(Type other) {
+        also |= 1u << static_cast<unsigned>(other);
+        return *this;
+    }
+    Member& written(Format text) {
+        format = text;
+        return *this;
+    }
+    Member& within(Range limits) {
+        range = limits;
+        return *this;
+    }
+    bool takes(Type other) const { return (also & (1u << static_cast<unsigned>(other))) != 0; }
+};
+
+// A text member whose values depend on another: when member "when" is the text "is", the
+// text member "then" must be one of values.
+struct Condition {
+    const char* when;
+    const char* is;
+    const char* then;
+    const std::vector<std::string>* values;
 };
 
 struct Kind {
@@ -62,6 +90,7 @@ struct Kind {
     // Otherwise the AP forwards members it does not read itself, and only near misses of a
     // listed member are reported.
     bool complete;
+    std::vector<Condition> conditions = {};
 };
 
 // A top-level member: a table of named objects (an array, or an object keyed by name), or a
@@ -81,6 +110,8 @@ const std::vector<const Kind*>& kinds();
 const Kind& interfaceKind();
 
 const char* typeText(Type type);  // "an integer", ...
+// The JSON types a value of the member may have, the given one first.
+std::vector<Type> typesOf(const Member& member, Type first);
 // Whether text has the format; why not in because ("" when it has).
 bool hasFormat(const std::string& text, Format format, std::string& because);
 // One line on what the format is, for messages and the schema's descriptions.

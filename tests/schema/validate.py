@@ -40,10 +40,14 @@ def main():
     for name in sys.argv[2:]:
         with open(name, encoding="utf-8") as f:
             document = json.load(f)
+        # One line per failing value: the branches of an anyOf may each fail at it.
+        reasons = {}
         for error in validator.iter_errors(document):
             for leaf in leaves(error):
-                failed = True
-                print(f"{name}: {pointer(leaf.absolute_path)}: {leaf.message}")
+                reasons.setdefault(pointer(leaf.absolute_path), []).append(leaf.message)
+        for at, messages in reasons.items():
+            failed = True
+            print(f"{name}: {at}: {'; '.join(messages)}")
     return 1 if failed else 0
 
 
