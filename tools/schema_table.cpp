@@ -73,9 +73,6 @@ const char* const kCapabilityDropped = "the connection capability is dropped";
 const Range kVlan{1, 4094};
 const Range kVlanMasked{1, 4094, "the AP keeps only its low 12 bits"};
 const Range kPort{1, 65535};
-const Range kPortOrZero{0, 65535};
-const Range kOctet{0, 255};
-const Range kPriority{0, 7};
 const Range kDtim{1, 255};
 const Range kEapCode{0, 255, "the EAP method is dropped"};
 const Range kCapabilityPort{0, 65535, "the connection capability is dropped"};
@@ -89,6 +86,11 @@ const Range k24GHz{1, 14};
 const Range k5GHz{32, 177};
 const Range k6GHz{1, 233};
 const Range kRuleVlan{1, 4094, "the filter converter refuses the rule"};
+const char* const kRuleRefused = "the filter converter refuses the rule";
+const Range kRulePriority{0, 7, kRuleRefused};
+const Range kRuleNibble{0, 15, kRuleRefused};
+const Range kRuleOctet{0, 255, kRuleRefused};
+const Range kRulePort{0, 65535, kRuleRefused};
 const Range kPrecedence{0, INT32_MAX, "the filter converter refuses the rule"};
 const Range kProtocol{0, 255, "the filter converter refuses the rule"};
 
@@ -112,15 +114,15 @@ struct Tables {
     Kind containToVlan{"contain_to_vlan",
                        {integer("vlan", kRuleVlan), boolean("cen_tagged"), boolean("cen_bridged")},
                        true};
-    Kind macRule{
-        "mac_rule",
-        {integer("precedence", kPrecedence), oneOf("allow", &allowValues, kTreatedAsAllow),
-         string("smac", Format::RuleMac), string("smac_mask", Format::RuleMac),
-         string("dmac", Format::RuleMac), string("dmac_mask", Format::RuleMac),
-         string("match_type"), object("cen_contain_to_vlan", &containToVlan),
-         integer("mark_8021p", kPriority), integer("transmit_queue"), boolean("ingress_enable"),
-         integer("ingress_rate"), boolean("egress_enable"), integer("egress_rate")},
-        true};
+    Kind macRule{"mac_rule",
+                 {integer("precedence", kPrecedence), oneOf("allow", &allowValues, kTreatedAsAllow),
+                  string("smac", Format::RuleMac), string("smac_mask", Format::RuleMac),
+                  string("dmac", Format::RuleMac), string("dmac_mask", Format::RuleMac),
+                  string("match_type"), object("cen_contain_to_vlan", &containToVlan),
+                  integer("mark_8021p", kRulePriority), integer("transmit_queue", kRuleNibble),
+                  boolean("ingress_enable"), integer("ingress_rate", kRuleNibble),
+                  boolean("egress_enable"), integer("egress_rate", kRuleNibble)},
+                 true};
     Kind ipRule{"ip_rule",
                 {integer("precedence", kPrecedence),
                  oneOf("allow", &allowValues, kTreatedAsAllow),
@@ -128,29 +130,30 @@ struct Tables {
                  string("sip", Format::IpPrefix),
                  integer("protocol", kProtocol),
                  string("match_type"),
-                 integer("low_dport", kPortOrZero),
-                 integer("high_dport", kPortOrZero),
-                 integer("low_sport", kPortOrZero),
-                 integer("high_sport", kPortOrZero),
+                 integer("low_dport", kRulePort),
+                 integer("high_dport", kRulePort),
+                 integer("low_sport", kRulePort),
+                 integer("high_sport", kRulePort),
                  string("dns_name"),
-                 integer("match_dot1p", kPriority),
-                 integer("mark_8021p", kPriority),
-                 integer("transmit_queue"),
-                 integer("cen_match_tos", kOctet),
-                 integer("cen_match_tosmask", kOctet),
-                 integer("cen_mark_tos", kOctet),
-                 integer("cen_mark_tosmask", kOctet),
+                 integer("match_dot1p", kRulePriority),
+                 integer("mark_8021p", kRulePriority),
+                 integer("transmit_queue", kRuleNibble),
+                 integer("cen_match_tos", kRuleOctet),
+                 integer("cen_match_tosmask", kRuleOctet),
+                 integer("cen_mark_tos", kRuleOctet),
+                 integer("cen_mark_tosmask", kRuleOctet),
                  object("cen_contain_to_vlan", &containToVlan),
                  boolean("ingress_enable"),
-                 integer("ingress_rate"),
+                 integer("ingress_rate", kRuleNibble),
                  boolean("egress_enable"),
-                 integer("egress_rate")},
+                 integer("egress_rate", kRuleNibble)},
                 true};
     Kind appRule{"app_rule",
                  {integer("precedence", kPrecedence), oneOf("allow", &allowValues, kTreatedAsAllow),
-                  string("canned_app"), string("app_category"), integer("mark_8021p", kPriority),
-                  integer("transmit_queue"), boolean("ingress_enable"), integer("ingress_rate"),
-                  boolean("egress_enable"), integer("egress_rate")},
+                  string("canned_app"), string("app_category"),
+                  integer("mark_8021p", kRulePriority), integer("transmit_queue", kRuleNibble),
+                  boolean("ingress_enable"), integer("ingress_rate", kRuleNibble),
+                  boolean("egress_enable"), integer("egress_rate", kRuleNibble)},
                  false};
     Kind macAcl{"mac_acl", {string("name"), objects("mac_rules", &macRule)}, false};
     Kind ipAcl{"ip_acl", {string("name"), objects("ip_rules", &ipRule)}, false};
