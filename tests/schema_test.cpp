@@ -237,6 +237,18 @@ TEST(SchemaTest, PlantedMistakesFailValidationAndLint) {
     }
 }
 
+// A value of any length is judged, not a crash: the format check must not recurse per
+// character through a megabyte of text.
+TEST(SchemaTest, HugeValuesAreReportedNotFatal) {
+    TempDir dir;
+    std::string list = "36";
+    while (list.size() < 1000000) list += ",40";
+    std::string document =
+        plant(dir, "/profile/0/meshpoint_device/0/acs_channel_list_5/0", "\"" + list + "\"");
+    EXPECT_TRUE(
+        hasError(lintProblems(document), "/profile/0/meshpoint_device/0/acs_channel_list_5/0"));
+}
+
 // What the AP keeps as written is valid and at most a lint warning.
 TEST(SchemaTest, ValuesTheApKeepsAreValid) {
     const struct {

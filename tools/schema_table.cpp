@@ -517,6 +517,13 @@ bool hasFormat(const std::string& text, Format format, std::string& because) {
     }
     const char* pattern = formatPattern(format);
     if (pattern == nullptr) return true;
+    // No formatted value comes near this length, and the regular expression engine recurses
+    // once per character: a longer text is refused before it can exhaust the stack.
+    const size_t kLongest = 512;
+    if (text.size() > kLongest) {
+        because = "is " + std::to_string(text.size()) + " octets long, not " + formatText(format);
+        return false;
+    }
     // One compiled expression per format, kept for the whole run.
     static std::vector<std::regex> compiled = [] {
         std::vector<std::regex> out;
