@@ -260,7 +260,10 @@ struct Tables {
              names("qos_policy", "radio_qos"),
              objects("wlanbssmap", &bssMapItem),
              objects("meshpointbssmap", &meshBssMapItem),
-             boolean("shutdown")},
+             boolean("shutdown"),
+             string("ax_ofdma"),
+             integer("ax_bsscolor"),
+             string("antenna_mode")},
             false
     };
 
@@ -275,18 +278,34 @@ struct Tables {
          strings("acs_channel_list_24", Format::ChannelList, k24GHz)},
         false};
     // The device and every profile: the profile's members are read as the device's.
-    Kind device{
-        "device",
-        {string("name"), string("hostname"), names("profile_name", "profile"),
-         names("rf_domain_name", "rf_domain"), objects("interface", &interface),
-         objects("route", &route), objects("arp_guard_acl", &arpGuard),
-         strings("cen_failover_home_ip_addr", Format::Ipv4),
-         strings("cen_failover_foreign_ip_addr", Format::Ipv4),
-         objects("meshpoint_device", &meshpointDevice),
-         names("management_policy", "management_policy"),
-         object("passpoint_policy", &globalPasspoint), boolean("load_balancing_balance_band_loads"),
-         boolean("load_balancing_balance_ap_loads"), integer("load_balancing_group_id")},
-        false};
+    Kind device{"device",
+                {string("name"),
+                 string("hostname"),
+                 names("profile_name", "profile"),
+                 names("rf_domain_name", "rf_domain"),
+                 objects("interface", &interface),
+                 objects("route", &route),
+                 objects("arp_guard_acl", &arpGuard),
+                 strings("cen_failover_home_ip_addr", Format::Ipv4),
+                 strings("cen_failover_foreign_ip_addr", Format::Ipv4),
+                 objects("meshpoint_device", &meshpointDevice),
+                 names("management_policy", "management_policy"),
+                 object("passpoint_policy", &globalPasspoint),
+                 boolean("load_balancing_balance_band_loads"),
+                 boolean("load_balancing_balance_ap_loads"),
+                 integer("load_balancing_group_id"),
+                 string("antenna_id_group1_option"),
+                 string("antenna_id_group2_option"),
+                 string("antenna_id_group3_option"),
+                 string("antenna_id_group4_option"),
+                 string("antenna_id_group5_option"),
+                 string("antenna_id_group6_option"),
+                 string("antenna_id_group7_option"),
+                 string("antenna_id_group8_option"),
+                 string("antenna_id_group9_option"),
+                 string("antenna_id_group10_option"),
+                 string("antenna_id_internal_option")},
+                false};
     Kind profile{"profile", device.members, false};
 
     Kind server{"server", {string("host"), integer("port", kPort)}, false};
