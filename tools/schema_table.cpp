@@ -66,6 +66,11 @@ Member array(const char* name) {
     return Member{name, Type::Array, Type::Array};
 }
 
+std::vector<Member> withMembers(std::vector<Member> members, const std::vector<Member>& more) {
+    members.insert(members.end(), more.begin(), more.end());
+    return members;
+}
+
 const char* const kTreatedAsAllow = "the filter converter treats it as \"allow\"";
 const char* const kEapDropped = "the EAP method is dropped";
 const char* const kCapabilityDropped = "the connection capability is dropped";
@@ -277,36 +282,38 @@ struct Tables {
          strings("acs_channel_list_6", Format::ChannelList, k6GHz),
          strings("acs_channel_list_24", Format::ChannelList, k24GHz)},
         false};
-    // The device and every profile: the profile's members are read as the device's.
+    // What the device and every profile both hold: the build reads a profile's members as
+    // the device's.
+    std::vector<Member> placeMembers{string("name"),
+                                     string("hostname"),
+                                     objects("interface", &interface),
+                                     objects("route", &route),
+                                     objects("arp_guard_acl", &arpGuard),
+                                     strings("cen_failover_home_ip_addr", Format::Ipv4),
+                                     strings("cen_failover_foreign_ip_addr", Format::Ipv4),
+                                     objects("meshpoint_device", &meshpointDevice),
+                                     object("passpoint_policy", &globalPasspoint),
+                                     boolean("load_balancing_balance_band_loads"),
+                                     boolean("load_balancing_balance_ap_loads"),
+                                     integer("load_balancing_group_id"),
+                                     string("antenna_id_group1_option"),
+                                     string("antenna_id_group2_option"),
+                                     string("antenna_id_group3_option"),
+                                     string("antenna_id_group4_option"),
+                                     string("antenna_id_group5_option"),
+                                     string("antenna_id_group6_option"),
+                                     string("antenna_id_group7_option"),
+                                     string("antenna_id_group8_option"),
+                                     string("antenna_id_group9_option"),
+                                     string("antenna_id_group10_option"),
+                                     string("antenna_id_internal_option")};
     Kind device{"device",
-                {string("name"),
-                 string("hostname"),
-                 names("profile_name", "profile"),
-                 names("rf_domain_name", "rf_domain"),
-                 objects("interface", &interface),
-                 objects("route", &route),
-                 objects("arp_guard_acl", &arpGuard),
-                 strings("cen_failover_home_ip_addr", Format::Ipv4),
-                 strings("cen_failover_foreign_ip_addr", Format::Ipv4),
-                 objects("meshpoint_device", &meshpointDevice),
-                 names("management_policy", "management_policy"),
-                 object("passpoint_policy", &globalPasspoint),
-                 boolean("load_balancing_balance_band_loads"),
-                 boolean("load_balancing_balance_ap_loads"),
-                 integer("load_balancing_group_id"),
-                 string("antenna_id_group1_option"),
-                 string("antenna_id_group2_option"),
-                 string("antenna_id_group3_option"),
-                 string("antenna_id_group4_option"),
-                 string("antenna_id_group5_option"),
-                 string("antenna_id_group6_option"),
-                 string("antenna_id_group7_option"),
-                 string("antenna_id_group8_option"),
-                 string("antenna_id_group9_option"),
-                 string("antenna_id_group10_option"),
-                 string("antenna_id_internal_option")},
+                withMembers(placeMembers, {names("profile_name", "profile"),
+                                           names("rf_domain_name", "rf_domain")}),
                 false};
-    Kind profile{"profile", device.members, false};
+    Kind profile{"profile",
+                 withMembers(placeMembers, {names("management_policy", "management_policy")}),
+                 false};
 
     Kind server{"server", {string("host"), integer("port", kPort)}, false};
     Kind rfDomain{
