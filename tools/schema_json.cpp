@@ -50,10 +50,22 @@ std::string description(const Member& member) {
     if (member.reference != nullptr)
         append(std::string("names a \"") + member.reference + "\" object");
     if (member.format != Format::None) append(formatText(member.format));
+    if (member.values != nullptr && member.otherwise != nullptr)
+        append(std::string("another text: ") + member.otherwise);
     if (member.range.present()) {
-        append(std::to_string(member.range.min) + " to " + std::to_string(member.range.max) +
-               (member.range.outside != nullptr ? std::string(", else ") + member.range.outside
-                                                : std::string(" (the standard's range)")));
+        bool channels = member.format == Format::Channel || member.format == Format::ChannelList;
+        std::string limits =
+            std::to_string(member.range.min) + " to " + std::to_string(member.range.max);
+        if (channels) {
+            append("the band's channels are " + limits);
+        } else if (member.range.outside != nullptr) {
+            append(std::string(member.takes(Type::Integer) && member.type != Type::Integer
+                                   ? "as a number "
+                                   : "") +
+                   limits + ", else " + member.range.outside);
+        } else {
+            append(limits + " (the standard's range)");
+        }
     }
     return text;
 }
