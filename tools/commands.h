@@ -24,6 +24,7 @@ int runRedisTest(int argc, char** argv);
 int runDebugConfig(int argc, char** argv);
 int runLint(int argc, char** argv);
 int runDiff(int argc, char** argv);
+int runSchema(int argc, char** argv);
 
 // "--signature-dir DIR": the application-signature files are read from DIR.
 void useSignatureDir(const Args& args);

@@ -25,6 +25,15 @@ void Findings::add(Problem problem) {
     m_problems.push_back(std::move(problem));
 }
 
+bool Findings::amend(const std::string& pointer, const std::string& text) {
+    for (Problem& p : m_problems) {
+        if (p.pointer != pointer) continue;
+        p.message += text;
+        return true;
+    }
+    return false;
+}
+
 size_t Findings::count(Severity severity) const {
     return static_cast<size_t>(
         std::count_if(m_problems.begin(), m_problems.end(),
@@ -224,9 +233,9 @@ Findings lintText(const std::string& text) {
     checkUnused(ctx, out);
     checkInterfaces(ctx, out);
     checkServices(ctx, out);
-    checkTypes(ctx, out);
     checkFilterRules(ctx, out);
     checkLibrary(ctx, text, out);
+    checkTypes(ctx, out);  // last: it leaves out what the checks above said already
     return out;
 }
 

@@ -36,6 +36,8 @@ class Findings {
     // A problem without a position gets that of its pointer's member once the text is located.
     void add(Problem problem);
     const std::vector<Problem>& problems() const { return m_problems; }
+    // Adds text to the message of the first problem at pointer; false when there is none.
+    bool amend(const std::string& pointer, const std::string& text);
     size_t count(Severity severity) const;
     // Where the members of the text stand, for the problems added from now on.
     void locateIn(std::shared_ptr<const MemberPositions> members) {

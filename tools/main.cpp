@@ -27,6 +27,7 @@ const tool::Command kCommands[] = {
      "report what would change on the AP (--saved: between the two documents it saved last); "
      "exit 1 when something would",
      tool::runDiff},
+    {"schema", "", "print the document schema as JSON Schema (draft 2020-12)", tool::runSchema},
     {"validate", "FILE", "check that a file holds JSON and print it back", tool::runValidate},
     {"reqid", "FILE", "print the document's request id (0 when absent)", tool::runReqId},
     {"check", "FILE [--serial SN] [--set-clock]",
