@@ -5,6 +5,7 @@
 // back to the JSON Pointer of the member the author wrote. No rule is repeated here.
 #include <sys/stat.h>
 
+#include <cstdint>
 #include <cstring>
 #include <set>
 #include <unordered_map>
@@ -238,7 +239,9 @@ class EventMapper {
                 json_object* item = json_object_array_get_idx(items, i);
                 int bss = 0;
                 std::string name;
-                if (!jsonCfgObj::getJsonIntValue("bss", item, bss) || bss - 1 != place.slot ||
+                // In 64 bits: a document's bss may be INT_MIN.
+                if (!jsonCfgObj::getJsonIntValue("bss", item, bss) ||
+                    static_cast<int64_t>(bss) - 1 != place.slot ||
                     !jsonCfgObj::getJsonStrValue(refKey, item, name))
                     continue;
                 json_object* service = m_ctx.resolve(refKey, name);
