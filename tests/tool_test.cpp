@@ -8,6 +8,7 @@
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
+#include <fstream>
 #include <map>
 #include <memory>
 #include <regex>
@@ -497,12 +498,21 @@ TEST(DiffTool, SavedComparesTheOlderSlotWithTheNewer) {
 }
 
 // The example with one text replaced, for documents that differ from it in one place.
-std::string exampleWith(const std::string& from, const std::string& to) {
+using Edits = std::vector<std::pair<std::string, std::string>>;
+
+// The example with each text replaced in turn, as a person would edit it.
+std::string exampleWith(const Edits& edits) {
     std::string doc = testsupport::readFile(kExample);
-    size_t at = doc.find(from);
-    if (at == std::string::npos) ADD_FAILURE() << from << " is not in the example";
-    if (at != std::string::npos) doc.replace(at, from.size(), to);
+    for (const auto& [from, to] : edits) {
+        size_t at = doc.find(from);
+        if (at == std::string::npos) ADD_FAILURE() << from << " is not in the example";
+        if (at != std::string::npos) doc.replace(at, from.size(), to);
+    }
     return doc;
+}
+
+std::string exampleWith(const std::string& from, const std::string& to) {
+    return exampleWith(Edits{{from, to}});
 }
 
 // A document that does not build is trouble (exit 2), not a difference: one line naming the
@@ -565,35 +575,81 @@ TEST(DiffTool, NonFiniteNumbersEqualThemselves) {
 // each expected text starts its line, or is the whole of it.
 TEST(DiffTool, RulesAndSlotsMatchedAsAPersonReadsThem) {
     const std::string acl = "radio[0]/vns[0]: ";
+    const std::string dnsRule =
+        "      { \"precedence\": 5, \"allow\": \"allow\", \"dns_name\": \"intranet.example.net\" "
+        "},\n";
+    const std::string tcpRule =
+        "      { \"precedence\": 10, \"allow\": \"allow\", \"dip\": \"10.20.0.0/16\", "
+        "\"protocol\": 6,\n"
+        "        \"low_dport\": 443, \"high_dport\": 443, \"match_dot1p\": 5, \"mark_8021p\": 6, "
+        "\"transmit_queue\": 2 },\n";
+    const std::string macRule =
+        "      { \"precedence\": 20, \"allow\": \"deny\", \"smac\": "
+        "\"00-de-ad-00-00-00\", \"smac_mask\": \"ff-ff-ff-00-00-00\" },\n";
+    const std::string firstMacRule =
+        "      { \"precedence\": 10, \"allow\": \"deny\", \"smac\": \"00-de-ad-be-ef-00\" },\n";
+    std::string equalMacRule = macRule;
+    equalMacRule.replace(equalMacRule.find("20"), 2, "10");
+    const std::map<std::string, Edits> variants = {
+        {"rules_swapped", {{dnsRule + tcpRule, tcpRule + dnsRule}}},
+        {"rule_inserted",
+         {{"      { \"precedence\": 90, \"allow\": \"deny\"",
+           "      { \"precedence\": 50, \"allow\": \"deny\", \"dip\": \"10.66.0.0/16\", "
+           "\"protocol\": 6, \"low_dport\": 23,\n        \"high_dport\": 23 },\n"
+           "      { \"precedence\": 90, \"allow\": \"deny\""}}},
+        {"mac_rule_removed", {{macRule, ""}}},
+        {"rule_moved",
+         {{"{ \"precedence\": 40, \"allow\": \"redirect\"",
+           "{ \"precedence\": 95, \"allow\": \"redirect\""}}},
+        {"rule_action_changed",
+         {{"{ \"precedence\": 90, \"allow\": \"deny\"",
+           "{ \"precedence\": 90, \"allow\": \"allow\""}}},
+        {"equal_precedence", {{macRule, equalMacRule}}},
+        {"equal_precedence_swapped", {{firstMacRule + macRule, equalMacRule + firstMacRule}}},
+        {"wlan_moved",
+         {{"{ \"bss\": 3, \"wlan\": \"guest\" }", "{ \"bss\": 4, \"wlan\": \"guest\" }"}}},
+        {"wlan_to_other_radio",
+         {{"{ \"bss\": 2, \"wlan\": \"guest\" }\n          ] },",
+           "{ \"bss\": 2, \"wlan\": \"guest\" },\n            { \"bss\": 3, \"wlan\": \"hotspot\" "
+           "}\n"
+           "          ] },"},
+          {"            { \"bss\": 2, \"wlan\": \"hotspot\" },\n", ""}}},
+    };
+    testsupport::TempDir dir;
+    auto variant = [&](const std::string& name) {
+        std::string path = dir.file(name + ".json");
+        if (!std::ifstream(path)) testsupport::writeFile(path, exampleWith(variants.at(name)));
+        return path;
+    };
     struct Row {
         const char* old;
         const char* changed;
         std::vector<std::string> lines;  // radio[0]'s lines; radio[1]'s follow alike
     } rows[] = {
         {nullptr,
-         "rules_swapped.json",
+         "rules_swapped",
          {"reordered " + acl + "ip_in_acl/ip_rules: items in another order"}},
         {nullptr,
-         "rule_inserted.json",
+         "rule_inserted",
          {"inserted " + acl +
               "ip_in_acl/ip_rules[3]: "
               "{\"precedence\":50,\"allow\":\"deny\",\"dip\":\"10.66.0.0/16\"",
           "inserted " + acl + "cen_filter_rules: {\"precedence\":50,\"r_ipaddr\":\"10.66.0.0\""}},
         {nullptr,
-         "mac_rule_removed.json",
+         "mac_rule_removed",
          {"removed " + acl + "mac_in_acl/mac_rules[1]: {\"precedence\":20,",
           "removed " + acl +
               "cen_filter_rules: {\"precedence\":20,\"r_mac\":\"00:DE:AD:00:00:00\""}},
         {nullptr,
-         "rule_moved.json",
+         "rule_moved",
          {"moved " + acl + "ip_in_acl/ip_rules[2]: {\"precedence\":40,",
           "moved " + acl + "cen_filter_rules: {\"precedence\":40,\"r_ipaddr\":\"10.99.0.10\""}},
         {nullptr,
-         "rule_action_changed.json",
+         "rule_action_changed",
          {"changed " + acl + "ip_in_acl/ip_rules[3].allow: \"deny\" -> \"allow\"",
           "changed " + acl + "cen_filter_rules: {\"precedence\":90,"}},
-        {"equal_precedence.json",
-         "equal_precedence_swapped.json",
+        {"equal_precedence",
+         "equal_precedence_swapped",
          {"reordered " + acl + "mac_in_acl/mac_rules: items in another order",
           "reordered " + acl +
               "cen_filter_rules: rules of equal precedence in another order, which the AP may "
@@ -601,10 +657,8 @@ TEST(DiffTool, RulesAndSlotsMatchedAsAPersonReadsThem) {
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.changed);
-        std::string old =
-            row.old == nullptr ? kExample : testsupport::dataPath(std::string("diff/") + row.old);
-        ToolRun run = runTool("diff " + old + " " +
-                              testsupport::dataPath(std::string("diff/") + row.changed));
+        std::string old = row.old == nullptr ? kExample : variant(row.old);
+        ToolRun run = runTool("diff " + old + " " + variant(row.changed));
         EXPECT_EQ(run.status, 1) << run.err;
         std::vector<std::string> lines = linesOf(run.out);
         ASSERT_EQ(lines.size(), 2 * row.lines.size()) << run.out;
@@ -615,18 +669,14 @@ TEST(DiffTool, RulesAndSlotsMatchedAsAPersonReadsThem) {
         }
     }
     // Moves and precedence changes end in what changed; a moved WLAN is one line.
-    ToolRun moved =
-        runTool("diff " + kExample + " " + testsupport::dataPath("diff/rule_moved.json"));
+    ToolRun moved = runTool("diff " + kExample + " " + variant("rule_moved"));
     EXPECT_EQ(linesOf(moved.out)[1].substr(linesOf(moved.out)[1].rfind("}: ")),
               "}: precedence: 40 -> 95");
-    ToolRun slot =
-        runTool("diff " + kExample + " " + testsupport::dataPath("diff/wlan_moved.json"));
+    ToolRun slot = runTool("diff " + kExample + " " + variant("wlan_moved"));
     EXPECT_EQ(slot.out, "moved radio[1]/vns[2] -> radio[1]/vns[3]: name: \"guest\"\n");
-    slot =
-        runTool("diff " + kExample + " " + testsupport::dataPath("diff/wlan_to_other_radio.json"));
+    slot = runTool("diff " + kExample + " " + variant("wlan_to_other_radio"));
     EXPECT_EQ(slot.out, "moved radio[1]/vns[1] -> radio[0]/vns[2]: name: \"hotspot\"\n");
     // Two WLANs that trade slots: each is one line.
-    testsupport::TempDir dir;
     testsupport::writeFile(
         dir.file("swapped.json"),
         exampleWith("{ \"bss\": 1, \"wlan\": \"corp\" },\n            { \"bss\": 2, "
@@ -637,20 +687,18 @@ TEST(DiffTool, RulesAndSlotsMatchedAsAPersonReadsThem) {
     EXPECT_EQ(slot.out,
               "moved radio[0]/vns[0] -> radio[0]/vns[1]: name: \"corp\"\n"
               "moved radio[0]/vns[1] -> radio[0]/vns[0]: name: \"guest\"\n");
-    slot = runTool("diff --json " + kExample + " " + testsupport::dataPath("diff/wlan_moved.json"));
+    slot = runTool("diff --json " + kExample + " " + variant("wlan_moved"));
     Json report(json_tokener_parse(slot.out.c_str()));
     json_object* change = item(at(report.get(), "changes"), 0);
     EXPECT_EQ(text(at(change, "where")), "radio[1]/vns[2]");
     EXPECT_EQ(text(at(change, "to")), "radio[1]/vns[3]");
 
     // --verbose keeps every field at its position.
-    ToolRun verbose = runTool("diff --verbose " + kExample + " " +
-                              testsupport::dataPath("diff/rules_swapped.json"));
+    ToolRun verbose = runTool("diff --verbose " + kExample + " " + variant("rules_swapped"));
     EXPECT_EQ(linesOf(verbose.out).size(), 36u);
     EXPECT_EQ(linesOf(verbose.out)[0],
               "changed " + acl + "ip_in_acl/ip_rules[0].precedence: 5 -> 10");
-    verbose =
-        runTool("diff --verbose " + kExample + " " + testsupport::dataPath("diff/wlan_moved.json"));
+    verbose = runTool("diff --verbose " + kExample + " " + variant("wlan_moved"));
     EXPECT_EQ(linesOf(verbose.out).size(), 98u);
 }
 
