@@ -208,8 +208,8 @@ TEST(Tool, SummaryCountsWhatTheApGetsAndShowsTheWarnings) {
     ASSERT_EQ(run.status, 0) << run.err;
     EXPECT_EQ(run.out.rfind("-: built\n", 0), 0u) << run.out;
     for (const char* line :
-         {"\n  radios:          2: radio 0, radio 1\n", "\n  WLAN services:   3 in ",
-          " slots: radio 0: 2, radio 1: 1,", "\n  meshpoints:      0\n",
+         {"\n  radios:          2: radio1, radio2\n", "\n  WLAN services:   3 in ",
+          " slots: radio1: 2, radio2: 1,", "\n  meshpoints:      0\n",
           "\n  warnings:        1\n    [WARN] radio without a radio "})
         EXPECT_NE(run.out.find(line), std::string::npos) << line << " in\n" << run.out;
     // The library's progress lines stay out of the summary.

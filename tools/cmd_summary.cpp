@@ -88,6 +88,21 @@ std::string numbered(const char* what, size_t count) {
     return std::to_string(count) + " " + what;
 }
 
+// The interface a radio index stands for, named as the document names it: a person reads
+// "radio1" and "p1", not the 0-based indexes the daemon gets.
+std::string interfaceName(int32_t index) {
+    if (index == JSONCFGPLUS_IOT_RADIO_INDEX) return "bluetooth1";
+    if (index >= JSONCFGPLUS_BRIDGE_RADIO_INDEX(0))
+        return "br" + std::to_string(index - JSONCFGPLUS_BRIDGE_RADIO_INDEX(0));
+    if (index >= 3 && index <= 5) return "p" + std::to_string(index - 2);
+    return "radio" + std::to_string(index + 1);
+}
+
+// The radio index an array's entries carry.
+int32_t radioOf(const apiCfgPlusEntryArray& array) {
+    return array.count > 0 && array.entries != nullptr ? array.entries[0].radio : -1;
+}
+
 // Everything but the warnings, which the library prints while it builds.
 std::string summaryText(const std::string& file, const apiCfgPlusResult& r) {
     Tally tally;
@@ -96,7 +111,7 @@ std::string summaryText(const std::string& file, const apiCfgPlusResult& r) {
     std::vector<std::string> radios;
     for (int32_t i = 0; i < r.radioCount && r.radios != nullptr; ++i) {
         radioEntries += tallyArray(r.radios[i], tally);
-        radios.push_back("radio " + std::to_string(i));
+        radios.push_back(interfaceName(radioOf(r.radios[i])));
     }
 
     std::map<int32_t, size_t> servicesByRadio;  // every radio with slots, even when all empty
@@ -109,15 +124,14 @@ std::string summaryText(const std::string& file, const apiCfgPlusResult& r) {
     }
     std::vector<std::string> wlans;
     for (const auto& [radio, count] : servicesByRadio)
-        wlans.push_back("radio " + std::to_string(radio) + ": " + std::to_string(count));
+        wlans.push_back(interfaceName(radio) + ": " + std::to_string(count));
 
     std::vector<std::string> meshpoints;
     for (int32_t i = 0; i < r.meshpointCount && r.meshpoints != nullptr; ++i) {
         meshEntries += tallyArray(r.meshpoints[i], tally);
         if (r.meshpoints[i].count <= 0 || r.meshpoints[i].entries == nullptr) continue;
         const apiCfgPlusEntry& first = r.meshpoints[i].entries[0];
-        meshpoints.push_back("radio " + std::to_string(first.radio) + " slot " +
-                             std::to_string(first.vns));
+        meshpoints.push_back(interfaceName(first.radio) + " bss " + std::to_string(first.vns + 1));
     }
 
     size_t records = 0;
