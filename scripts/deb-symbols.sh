@@ -2,7 +2,8 @@
 # SPDX-License-Identifier: MIT
 # The Debian symbols file of libjsoncfgplus1 (cmake/deb/libjsoncfgplus1.symbols), from a built
 # shared library: written, or with --check compared, failing on any added or missing symbol.
-# Every symbol is marked with the current version: regenerate after changing the exports.
+# A new symbol is marked with the current version, the others keep theirs: regenerate after
+# changing the exports.
 # Usage: scripts/deb-symbols.sh [--check] LIBRARY    (from the repository root)
 set -euo pipefail
 check=0
@@ -25,7 +26,14 @@ printf 'Source: jsoncfgplus\n\nPackage: libjsoncfgplus1\nArchitecture: any\n' >"
     head -n 1 "$work/raw"
     echo "* Build-Depends-Package: libjsoncfgplus-dev"
     tail -n +2 "$work/raw" | LC_ALL=C sort
-} >"$work/symbols"
+} >"$work/all-new"
+# A symbol keeps the version it first appeared in, so a package built against the library needs
+# only the release that brought the symbols it uses.
+touch "$work/previous"
+[ -f "$committed" ] && cp "$committed" "$work/previous"
+awk 'NR == FNR { if ($1 ~ /@/) first[$1] = $2; next }
+     $1 ~ /@/ && ($1 in first) { print " " $1 " " first[$1]; next }
+     { print }' "$work/previous" "$work/all-new" >"$work/symbols"
 
 if [ "$check" -eq 0 ]; then
     cp "$work/symbols" "$committed"

@@ -10,7 +10,7 @@
 #include "api/jsoncfgplus.h"
 #include "base/build_events_priv.h"
 #include "convert/hotspot_icons.h"
-#include "lint.h"
+#include "lint/lint_priv.h"
 #include "signature/signature_maps.h"
 #include "test_support.h"
 
@@ -39,10 +39,10 @@ std::string manyRules(size_t count) {
     return rules;
 }
 
-std::string lines(const lint::Findings& findings) {
+std::string lines(const jcp::lint::Findings& findings) {
     std::string out;
-    for (const lint::Problem& p : findings.problems()) {
-        out += (p.severity == lint::Severity::Error ? "error: " : "warning: ") + p.pointer + ": " +
+    for (const jcp::lint::Problem& p : findings.problems()) {
+        out += (p.severity == jcp::lint::Severity::Error ? "error: " : "warning: ") + p.pointer + ": " +
                p.message + "\n";
     }
     return out;
@@ -76,8 +76,8 @@ class LintLibrary : public ::testing::Test {
 };
 
 TEST_F(LintLibrary, TheExampleHasNoError) {
-    lint::Findings findings = lint::lintText(example());
-    EXPECT_EQ(findings.count(lint::Severity::Error), 0u) << lines(findings);
+    jcp::lint::Findings findings = jcp::lint::lintText(example());
+    EXPECT_EQ(findings.count(jcp::lint::Severity::Error), 0u) << lines(findings);
 }
 
 struct Planted {
@@ -138,10 +138,10 @@ TEST_F(LintLibrary, EachPlantedMistakeIsAnErrorAtItsMember) {
          "refused"},
     };
     for (const Planted& c : cases) {
-        lint::Findings findings = lint::lintText(planted(c.from, c.to));
+        jcp::lint::Findings findings = jcp::lint::lintText(planted(c.from, c.to));
         bool found = false;
-        for (const lint::Problem& p : findings.problems()) {
-            found = found || (p.severity == lint::Severity::Error && p.pointer == c.pointer &&
+        for (const jcp::lint::Problem& p : findings.problems()) {
+            found = found || (p.severity == jcp::lint::Severity::Error && p.pointer == c.pointer &&
                               p.message.find(c.message) != std::string::npos);
         }
         EXPECT_TRUE(found) << c.what << ": expected an error at " << c.pointer << " saying "
@@ -152,10 +152,10 @@ TEST_F(LintLibrary, EachPlantedMistakeIsAnErrorAtItsMember) {
 
 TEST_F(LintLibrary, ADocumentOverTheElementBudgetIsRefusedAsAWhole) {
     setJsonCfgPlusElementBudget(50);
-    lint::Findings findings = lint::lintText(example());
+    jcp::lint::Findings findings = jcp::lint::lintText(example());
     ASSERT_FALSE(findings.problems().empty());
-    const lint::Problem& last = findings.problems().back();
-    EXPECT_EQ(last.severity, lint::Severity::Error);
+    const jcp::lint::Problem& last = findings.problems().back();
+    EXPECT_EQ(last.severity, jcp::lint::Severity::Error);
     EXPECT_EQ(last.pointer, "");
     EXPECT_NE(last.message.find("element budget of 50 elements; the whole document is refused"),
               std::string::npos)
@@ -168,7 +168,7 @@ TEST_F(LintLibrary, WithoutTheApFilesIconsAndSignaturesAreNotJudged) {
     cfgPlusSignatureMaps::m_inst.clear();
     cfgPlusSignatureMaps::m_inst.setPaths(dir.file("x"), dir.file("y"), dir.file("z"),
                                           dir.file("w"));
-    lint::Findings findings = lint::lintText(example());
+    jcp::lint::Findings findings = jcp::lint::lintText(example());
     EXPECT_EQ(lines(findings), "");
 }
 

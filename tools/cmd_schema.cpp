@@ -11,7 +11,7 @@ namespace tool {
 int runSchema(int argc, char** argv) {
     Args args(argc, argv, {}, {});
     args.positionals(0);
-    JsonPtr schema = schema::jsonSchema();
+    JsonPtr schema = jcp::schema::jsonSchema();
     printJsonDocument(schema.get());
     return 0;
 }

@@ -16,14 +16,14 @@ namespace tool {
 
 namespace {
 
-const char* severityName(lint::Severity severity) {
-    return severity == lint::Severity::Error ? "error" : "warning";
+const char* severityName(const LintProblem& problem) {
+    return problem.error ? "error" : "warning";
 }
 
-size_t total(const std::vector<LintedFile>& files, lint::Severity severity) {
-    size_t count = 0;
-    for (const LintedFile& file : files) count += file.findings.count(severity);
-    return count;
+int64_t total(const std::vector<LintedFile>& files, unsigned int LintedFile::*count) {
+    int64_t sum = 0;
+    for (const LintedFile& file : files) sum += file.*count;
+    return sum;
 }
 
 void addString(json_object* object, const char* key, const std::string& value) {
@@ -65,16 +65,18 @@ const char* ruleText(const std::string& rule) {
 void printLintText(const std::vector<LintedFile>& files) {
     bool any = false;
     for (const LintedFile& file : files) {
-        for (const lint::Problem& p : file.findings.problems()) {
-            std::printf("%s:%d:%d: %s: %s: %s\n", file.name.c_str(), p.line, p.column,
-                        severityName(p.severity),
+        for (const LintProblem& p : file.problems) {
+            std::string place = file.name;
+            if (p.line > 0) place += ":" + std::to_string(p.line) + ":" + std::to_string(p.column);
+            std::printf("%s: %s: %s: %s\n", place.c_str(), severityName(p),
                         p.pointer.empty() ? "(document)" : p.pointer.c_str(), p.message.c_str());
             any = true;
         }
     }
     if (any) {
-        std::printf("%zu error(s), %zu warning(s)\n", total(files, lint::Severity::Error),
-                    total(files, lint::Severity::Warning));
+        std::printf("%lld error(s), %lld warning(s)\n",
+                    static_cast<long long>(total(files, &LintedFile::errors)),
+                    static_cast<long long>(total(files, &LintedFile::warnings)));
     }
 }
 
@@ -83,23 +85,21 @@ void printLintJson(const std::vector<LintedFile>& files) {
     json_object* problems = json_object_new_array();
     json_object_object_add(report.get(), "problems", problems);
     for (const LintedFile& file : files) {
-        for (const lint::Problem& p : file.findings.problems()) {
+        for (const LintProblem& p : file.problems) {
             json_object* item = json_object_new_object();
             json_object_array_add(problems, item);
             addString(item, "file", file.name);
             json_object_object_add(item, "line", json_object_new_int(p.line));
             json_object_object_add(item, "column", json_object_new_int(p.column));
-            addString(item, "severity", severityName(p.severity));
+            addString(item, "severity", severityName(p));
             addString(item, "pointer", p.pointer);
             addString(item, "message", p.message);
         }
     }
-    json_object_object_add(
-        report.get(), "errors",
-        json_object_new_int64(static_cast<int64_t>(total(files, lint::Severity::Error))));
-    json_object_object_add(
-        report.get(), "warnings",
-        json_object_new_int64(static_cast<int64_t>(total(files, lint::Severity::Warning))));
+    json_object_object_add(report.get(), "errors",
+                           json_object_new_int64(total(files, &LintedFile::errors)));
+    json_object_object_add(report.get(), "warnings",
+                           json_object_new_int64(total(files, &LintedFile::warnings)));
     printJsonDocument(report.get());
 }
 
@@ -118,12 +118,12 @@ void printLintSarif(const std::vector<LintedFile>& files) {
     json_object* results = json_object_new_array();
     std::set<std::string> rules;
     for (const LintedFile& file : files) {
-        for (const lint::Problem& p : file.findings.problems()) {
+        for (const LintProblem& p : file.problems) {
             rules.insert(p.rule);
             json_object* result = json_object_new_object();
             json_object_array_add(results, result);
             addString(result, "ruleId", p.rule);
-            addString(result, "level", severityName(p.severity));
+            addString(result, "level", severityName(p));
             std::string text = (p.pointer.empty() ? "(document)" : p.pointer) + ": " + p.message;
             addString(objectIn(result, "message"), "text", text);
             json_object* locations = json_object_new_array();

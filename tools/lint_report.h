@@ -7,16 +7,27 @@
 #include <string>
 #include <vector>
 
-#include "lint.h"
-
 namespace tool {
+
+// One problem as the library's lint entry reports it, kept past the report's call.
+struct LintProblem {
+    bool error;
+    int line;  // 0: the problem has no position in the text
+    int column;
+    std::string pointer;
+    std::string message;
+    std::string rule;
+};
 
 struct LintedFile {
     std::string name;  // as given on the command line, so the reader finds it again
-    lint::Findings findings;
+    std::vector<LintProblem> problems;
+    unsigned int errors = 0;
+    unsigned int warnings = 0;
 };
 
-// "FILE:LINE:COL: severity: POINTER: message" per problem, then one summary line when any.
+// "FILE:LINE:COL: severity: POINTER: message" per problem ("FILE: severity: ..." for one without
+// a position), then one summary line when any.
 void printLintText(const std::vector<LintedFile>& files);
 // {"problems": [{"file", "line", "column", "severity", "pointer", "message"}], "errors",
 // "warnings"}.

@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "schema_table.h"
+#include "lint/schema_table_priv.h"
 
-namespace schema {
+namespace jcp::schema {
 
 namespace {
 
@@ -234,4 +234,4 @@ tool::JsonPtr jsonSchema() {
     return out;
 }
 
-}  // namespace schema
+}  // namespace jcp::schema

@@ -5,7 +5,7 @@
 
 #include "json_out.h"
 
-namespace schema {
+namespace jcp::schema {
 
 // The schema rejects exactly what lint reports from the table as an error: the wrong JSON
 // type, a value outside a range the AP does not keep, a text the AP misreads and a value with
@@ -13,6 +13,6 @@ namespace schema {
 // descriptions, since the AP accepts it.
 tool::JsonPtr jsonSchema();
 
-}  // namespace schema
+}  // namespace jcp::schema
 
 #endif

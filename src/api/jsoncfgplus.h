@@ -118,6 +118,25 @@ JCP_EXPORT void setJsonCfgPlusElementBudget(unsigned long budget);
  * @param dir the directory; NULL restores the default, /home/config/hs2_icons */
 JCP_EXPORT void setJsonCfgPlusIconDir(const char* dir);
 
+/** Our addition to the daemon's interface: what `jsoncfgplus lint` says of a document,
+ * before the daemon applies it. The parse accepts a document that, for example, names no SSID
+ * at all; this tells the daemon so. Lint builds and converts the document as a parse does (no
+ * Redis server is reached and nothing is saved), but prints nothing: the library's lines of
+ * that build stay off standard output and off the diagnostics handler. Errors: the AP refuses
+ * the document, or drops, clamps, masks, defaults or reinterprets something it says. Warnings:
+ * accepted as written, but probably not meant (non-strict JSON, an unused object, a value
+ * outside the standard's range). Like a parse, one call at a time per process.
+ * @param json the document's text; need not be NUL-terminated
+ * @param length bytes of json
+ * @param handler receives each problem in order, syntax first; may be NULL
+ * @param context passed to every call of handler
+ * @param warnings receives the number of warnings; may be NULL
+ * @return the number of errors (0: the document is applied exactly as written); -1 when json
+ *         is NULL */
+JCP_EXPORT int jsonCfgPlusLint(const char* json, unsigned int length,
+                               jsonCfgPlusLintHandler handler, void* context,
+                               unsigned int* warnings);
+
 /** The conversion pipeline: runs every converter in its fixed order on a built document.
  * @param document the document, as the build passes it
  * @return 0 on success; -1 for a NULL document; else the first non-zero converter result,

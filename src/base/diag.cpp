@@ -18,6 +18,7 @@ namespace {
 // Process-wide like the other settings of the library: one parse at a time.
 jsonCfgPlusDiagHandler gHandler = nullptr;
 void* gContext = nullptr;
+thread_local jcp::DiagCapture* tCapture = nullptr;
 
 struct Prefix {
     const char* text;
@@ -33,6 +34,10 @@ const Prefix kPrefixes[] = {
 };
 
 void emit(jcp::DiagLevel level, const std::string& text, std::FILE* stream) {
+    if (tCapture != nullptr) {
+        tCapture->keep(text);
+        return;
+    }
     if (gHandler != nullptr) {
         gHandler(static_cast<int>(level), text.c_str(), gContext);
         return;
@@ -45,6 +50,14 @@ void emit(jcp::DiagLevel level, const std::string& text, std::FILE* stream) {
 }  // namespace
 
 namespace jcp {
+
+DiagCapture::DiagCapture() : m_outer(tCapture) {
+    tCapture = this;
+}
+
+DiagCapture::~DiagCapture() {
+    tCapture = m_outer;
+}
 
 DiagLevel levelOfLine(const std::string& text) {
     for (const Prefix& prefix : kPrefixes) {

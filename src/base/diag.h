@@ -30,6 +30,28 @@ void writeLine(DiagLevel level, const std::string& text);
 // Writes one error line that goes to standard error when no handler is installed.
 void writeErrorLine(const std::string& text);
 
+// While alive, this thread's lines are kept here, each ended by a newline, instead of reaching
+// the handler or the standard streams: a check that runs the build on a daemon's behalf must
+// not speak as if the daemon had applied the document. Captures nest; the innermost keeps.
+class DiagCapture {
+  public:
+    DiagCapture();
+    ~DiagCapture();
+    DiagCapture(const DiagCapture&) = delete;
+    DiagCapture& operator=(const DiagCapture&) = delete;
+
+    // Everything kept so far; its size is a mark to cut one call's lines at.
+    const std::string& text() const { return m_text; }
+    void keep(const std::string& line) {
+        m_text += line;
+        m_text += '\n';
+    }
+
+  private:
+    std::string m_text;
+    DiagCapture* m_outer;
+};
+
 template <typename... Parts>
 std::string joinParts(const Parts&... parts) {
     std::ostringstream line;

@@ -205,6 +205,29 @@ typedef enum jsonCfgPlusDiagLevel {
  * @param context the pointer given to setJsonCfgPlusDiagHandler */
 typedef void (*jsonCfgPlusDiagHandler)(int level, const char* line, void* context);
 
+/** How much a problem lint reports matters. */
+typedef enum jsonCfgPlusLintSeverity {
+    JCP_LINT_ERROR = 0,  /**< the AP refuses the document, or drops, clamps, masks, defaults or
+                              reinterprets something it says */
+    JCP_LINT_WARNING = 1 /**< accepted as written, but probably not meant */
+} jsonCfgPlusLintSeverity;
+
+/** One problem of a document, as jsonCfgPlusLint reports it. The texts are valid only during
+ * the handler's call. */
+typedef struct jsonCfgPlusLintProblem {
+    int severity;        /**< a jsonCfgPlusLintSeverity */
+    int line;            /**< 1-based line of the member in the text; 0 when it has none */
+    int column;          /**< 1-based column, in bytes; 0 when it has none */
+    const char* pointer; /**< RFC 6901 JSON Pointer of the member; "" is the whole document */
+    const char* message; /**< one line: what is wrong and what the AP does with it */
+    const char* rule;    /**< the kind of check: "syntax", "strict-json" or "document" */
+} jsonCfgPlusLintProblem;
+
+/** Receives one problem of jsonCfgPlusLint.
+ * @param problem the problem; valid only during the call
+ * @param context the pointer given to jsonCfgPlusLint */
+typedef void (*jsonCfgPlusLintHandler)(const jsonCfgPlusLintProblem* problem, void* context);
+
 #ifdef __cplusplus
 }
 #endif

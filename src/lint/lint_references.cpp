@@ -3,9 +3,9 @@
 // nothing refers to.
 #include <cstring>
 
-#include "lint_context.h"
+#include "lint/lint_context_priv.h"
 
-namespace lint {
+namespace jcp::lint {
 
 namespace {
 
@@ -245,4 +245,4 @@ void checkUnused(const Context& ctx, Findings& out) {
     }
 }
 
-}  // namespace lint
+}  // namespace jcp::lint

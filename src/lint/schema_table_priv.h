@@ -2,15 +2,15 @@
 // The document's schema as one table: for each kind of object, the members the build and the
 // converters read, with their JSON type, range or text format, enumeration and reference. lint
 // applies it to a document; the schema command exports it as JSON Schema.
-#ifndef JSONCFGPLUS_TOOLS_SCHEMA_TABLE_H
-#define JSONCFGPLUS_TOOLS_SCHEMA_TABLE_H
+#ifndef JSONCFGPLUS_LINT_SCHEMA_TABLE_PRIV_H
+#define JSONCFGPLUS_LINT_SCHEMA_TABLE_PRIV_H
 
 #include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
 
-namespace schema {
+namespace jcp::schema {
 
 enum class Type { Integer, Boolean, String, Object, Array };
 
@@ -119,6 +119,6 @@ const char* formatText(Format format);
 // The JSON Schema pattern of the format, or null when it has none.
 const char* formatPattern(Format format);
 
-}  // namespace schema
+}  // namespace jcp::schema
 
 #endif

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 // The schema's data. Members are those the build and the converters read; enumerations of the
 // EAP names come from the library's own tables, so the two cannot drift apart.
-#include "schema_table.h"
+#include "lint/schema_table_priv.h"
 
 #include <cstdint>
 #include <regex>
 
 #include "convert/eap_tables.h"
 
-namespace schema {
+namespace jcp::schema {
 
 namespace {
 
@@ -564,4 +564,4 @@ bool hasFormat(const std::string& text, Format format, std::string& because) {
     return false;
 }
 
-}  // namespace schema
+}  // namespace jcp::schema

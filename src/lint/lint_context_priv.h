@@ -2,8 +2,8 @@
 // What the lint checks share: the document's top-level tables indexed as the build indexes
 // them, where each object sits, which objects something refers to, and the build's reading
 // of interface items.
-#ifndef JSONCFGPLUS_TOOLS_LINT_CONTEXT_H
-#define JSONCFGPLUS_TOOLS_LINT_CONTEXT_H
+#ifndef JSONCFGPLUS_LINT_LINT_CONTEXT_PRIV_H
+#define JSONCFGPLUS_LINT_LINT_CONTEXT_PRIV_H
 
 #include <json-c/json.h>
 
@@ -17,9 +17,9 @@
 
 #include "document/json_cfg_all.h"
 #include "document/json_cfg_plus.h"
-#include "lint.h"
+#include "lint/lint_priv.h"
 
-namespace lint {
+namespace jcp::lint {
 
 // "\"name\"": how messages quote keys and names.
 std::string quoted(const std::string& text);
@@ -115,6 +115,6 @@ void checkTypes(const Context& ctx, Findings& out);
 void checkFilterRules(const Context& ctx, Findings& out);
 void checkLibrary(const Context& ctx, const std::string& text, Findings& out);
 
-}  // namespace lint
+}  // namespace jcp::lint
 
 #endif

@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
 // lint's driver: the syntax check with line and column, the shared context, and the order in
 // which the checks run.
-#include "lint.h"
+#include "lint/lint_priv.h"
 
 #include <algorithm>
 #include <climits>
 
-#include "lint_context.h"
-#include "strict_json.h"
+#include "lint/lint_context_priv.h"
+#include "lint/strict_json_priv.h"
 
-namespace lint {
+namespace jcp::lint {
 
 void Findings::error(const std::string& pointer, const std::string& message) {
     add(Problem{Severity::Error, pointer, message});
@@ -239,4 +239,4 @@ Findings lintText(const std::string& text) {
     return out;
 }
 
-}  // namespace lint
+}  // namespace jcp::lint

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The strict JSON scan: one pass over the text, tracking the pointer of each value; see
 // strict_json.h.
-#include "strict_json.h"
+#include "lint/strict_json_priv.h"
 
 #include <algorithm>
 #include <cctype>
@@ -10,7 +10,7 @@
 #include <unordered_map>
 #include <vector>
 
-namespace lint {
+namespace jcp::lint {
 
 namespace {
 
@@ -356,4 +356,4 @@ std::shared_ptr<const MemberPositions> checkStrictJson(const std::string& text, 
     return members;
 }
 
-}  // namespace lint
+}  // namespace jcp::lint

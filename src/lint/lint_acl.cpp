@@ -5,11 +5,11 @@
 // it prints, becomes the message; nothing of its judgement is repeated here.
 #include <exception>
 
+#include "base/diag.h"
 #include "convert/converter.h"
-#include "lint_context.h"
-#include "stdout_capture.h"
+#include "lint/lint_context_priv.h"
 
-namespace lint {
+namespace jcp::lint {
 
 namespace {
 
@@ -46,12 +46,12 @@ struct Verdict {
 
 class RuleJudge {
   public:
-    explicit RuleJudge(tool::StdoutCapture& capture) : m_capture(capture) {}
+    explicit RuleJudge(const jcp::DiagCapture& capture) : m_capture(capture) {}
 
     // Runs convert; a failure (or an exception) is kept with the lines it printed.
     template <typename Convert>
     void judge(const std::string& pointer, bool inUse, Convert convert) {
-        size_t from = m_capture.mark();
+        size_t from = m_capture.text().size();
         std::string thrown;
         int result = 0;
         try {
@@ -60,7 +60,8 @@ class RuleJudge {
             thrown = e.what();
             result = -1;
         }
-        if (result < 0) m_verdicts.push_back({pointer, inUse, from, m_capture.mark(), thrown});
+        if (result < 0)
+            m_verdicts.push_back({pointer, inUse, from, m_capture.text().size(), thrown});
     }
 
     void report(const std::string& captured, Findings& out) const {
@@ -89,7 +90,7 @@ class RuleJudge {
         return text.substr(begin, end + 1 - begin);
     }
 
-    tool::StdoutCapture& m_capture;
+    const jcp::DiagCapture& m_capture;
     std::vector<Verdict> m_verdicts;
 };
 
@@ -189,12 +190,12 @@ void loadSignatures(const Context& ctx, cfgPlusApiConverter& converter) {
 
 void checkFilterRules(const Context& ctx, Findings& out) {
     cfgPlusApiConverter converter;
-    tool::StdoutCapture capture;
+    jcp::DiagCapture capture;
     RuleJudge judge(capture);
     loadSignatures(ctx, converter);
     for (const RuleSource& source : kRuleSources) judgeRules(ctx, converter, source, judge, out);
     judgeHttpPorts(ctx, converter, judge);
-    judge.report(capture.finish(), out);
+    judge.report(capture.text(), out);
 }
 
-}  // namespace lint
+}  // namespace jcp::lint

@@ -4,17 +4,17 @@
 // another case, numbers with a leading zero or a bare '.', unescaped control characters in
 // strings, and invalid UTF-8. The AP takes such a document as json-c reads it; an editor,
 // a validator or another tool may not, so each is a warning with its line and column.
-#ifndef JSONCFGPLUS_TOOLS_STRICT_JSON_H
-#define JSONCFGPLUS_TOOLS_STRICT_JSON_H
+#ifndef JSONCFGPLUS_LINT_STRICT_JSON_PRIV_H
+#define JSONCFGPLUS_LINT_STRICT_JSON_PRIV_H
 
 #include <memory>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
-#include "lint.h"
+#include "lint/lint_priv.h"
 
-namespace lint {
+namespace jcp::lint {
 
 // Lines and byte columns (both from 1) of offsets in one text, each found in logarithmic time,
 // so a document with many problems is not read again for each.
@@ -49,6 +49,6 @@ class MemberPositions {
 // member starts; a text it could not parse gives what was found before the scan lost its way.
 std::shared_ptr<const MemberPositions> checkStrictJson(const std::string& text, Findings& out);
 
-}  // namespace lint
+}  // namespace jcp::lint
 
 #endif

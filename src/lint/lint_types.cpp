@@ -8,10 +8,10 @@
 #include <cstdlib>
 #include <unordered_set>
 
-#include "lint_context.h"
-#include "schema_table.h"
+#include "lint/lint_context_priv.h"
+#include "lint/schema_table_priv.h"
 
-namespace lint {
+namespace jcp::lint {
 
 namespace {
 
@@ -323,4 +323,4 @@ void checkTypes(const Context& ctx, Findings& out) {
     }
 }
 
-}  // namespace lint
+}  // namespace jcp::lint

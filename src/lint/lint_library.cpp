@@ -13,12 +13,12 @@
 
 #include "api/jsoncfgplus.h"
 #include "base/build_events_priv.h"
+#include "base/diag.h"
 #include "convert/hotspot_icons.h"
-#include "lint_context.h"
+#include "lint/lint_context_priv.h"
 #include "signature/signature_maps.h"
-#include "stdout_capture.h"
 
-namespace lint {
+namespace jcp::lint {
 
 namespace {
 
@@ -344,12 +344,11 @@ void checkLibrary(const Context& ctx, const std::string& text, Findings& out) {
     if (namesRedisServer(ctx.root())) return;
     EventCollector events;
     {
-        tool::StdoutCapture capture(true);
+        jcp::DiagCapture quiet;
         apiCfgPlusResult* result =
             parseJsonCfgPlus(text.data(), static_cast<unsigned int>(text.size()),
                              jsonCfgPlusParserCallback, 0, 0, 0);
         freeJsonCfgPlus(result);
-        capture.finish();
     }
     const cfgPlusSignatureMaps& maps = cfgPlusSignatureMaps::m_inst;
     EventMapper::Absent absent{!directoryExists(jcp::hs2::iconDir()),
@@ -358,4 +357,4 @@ void checkLibrary(const Context& ctx, const std::string& text, Findings& out) {
     for (const jcp::BuildEvent& event : events.events()) mapper.report(event, absent, out);
 }
 
-}  // namespace lint
+}  // namespace jcp::lint

@@ -6,9 +6,9 @@
 #include <map>
 
 #include "document/json_cfg_plus.h"
-#include "lint_context.h"
+#include "lint/lint_context_priv.h"
 
-namespace lint {
+namespace jcp::lint {
 
 namespace {
 
@@ -257,4 +257,4 @@ void checkServices(const Context& ctx, Findings& out) {
     for (const auto& entry : radios) checkSlots(entry.second, out);
 }
 
-}  // namespace lint
+}  // namespace jcp::lint

@@ -1,17 +1,16 @@
 // SPDX-License-Identifier: MIT
 // lint: every problem of a document in one run, each with a severity, the JSON Pointer of the
 // member it concerns, that member's line and column in the text, and a one-line message. The
-// checks read the JSON tree; the library's build is never run, so its output and results stay
-// exactly as they are. Only the filter rules are judged by the library's own converter, its
-// lines kept off standard output.
-#ifndef JSONCFGPLUS_TOOLS_LINT_H
-#define JSONCFGPLUS_TOOLS_LINT_H
+// library's own verdicts come from building and converting the document as a parse does, its
+// lines kept back; the tree checks add what no conversion sees. Exported as jsonCfgPlusLint.
+#ifndef JSONCFGPLUS_LINT_LINT_PRIV_H
+#define JSONCFGPLUS_LINT_LINT_PRIV_H
 
 #include <memory>
 #include <string>
 #include <vector>
 
-namespace lint {
+namespace jcp::lint {
 
 // Errors: what the AP refuses or silently drops. Warnings: what it accepts but a person
 // probably did not mean.
@@ -56,6 +55,6 @@ Findings lintText(const std::string& text);
 std::string pointerTo(const std::string& base, const std::string& key);
 std::string pointerTo(const std::string& base, size_t index);
 
-}  // namespace lint
+}  // namespace jcp::lint
 
 #endif
