@@ -1,21 +1,16 @@
 // SPDX-License-Identifier: MIT
 // lint: the top-level tables, every reference by name between objects, and the objects that
-// nothing refers to.
+// nothing refers to. Which members name which table, and which tables hold named objects, is
+// the schema table's to say.
 #include <cstring>
+#include <stdexcept>
 
 #include "lint/lint_context_priv.h"
+#include "lint/schema_table_priv.h"
 
 namespace jcp::lint {
 
 namespace {
-
-// The tables whose objects are found by name; an object in one of them that nothing names is
-// never used.
-const char* const kNamedTables[] = {
-    "profile",       "rf_domain", "management_policy", "sensor_policy", "smart_rf_policy",
-    "radio_qos",     "wlan",      "meshpoint",         "wlan_qos",      "mac_acl",
-    "ip_acl",        "ipv6_acl",  "captive_portal",    "app_policy",    "passpoint_policy",
-    "dns_whitelist", "aaa_policy"};
 
 // A member of one object that names an object of another table.
 struct Reference {
@@ -23,20 +18,29 @@ struct Reference {
     const char* table;
 };
 
-const Reference kDeviceReferences[] = {{"profile_name", "profile"},
-                                       {"rf_domain_name", "rf_domain"}};
-const Reference kProfileReferences[] = {{"management_policy", "management_policy"}};
-const Reference kRfDomainReferences[] = {{"sensor_policy_name", "sensor_policy"},
-                                         {"smart_rf_policy", "smart_rf_policy"}};
-const Reference kWlanReferences[] = {
-    {"qos_policy", "wlan_qos"},   {"mac_in_acl", "mac_acl"},
-    {"mac_out_acl", "mac_acl"},   {"ip_in_acl", "ip_acl"},
-    {"ip_out_acl", "ip_acl"},     {"ipv6_in_acl", "ipv6_acl"},
-    {"ipv6_out_acl", "ipv6_acl"}, {"captive_portal", "captive_portal"},
-    {"app_policy", "app_policy"}, {"passpoint_policy", "passpoint_policy"}};
-const Reference kCaptivePortalReferences[] = {{"dns_whitelist", "dns_whitelist"},
-                                              {"aaa_policy", "aaa_policy"}};
-const Reference kRadioReferences[] = {{"qos_policy", "radio_qos"}};
+// The schema's kind of the objects of a top-level table.
+const schema::Kind& kindOf(const char* tableName) {
+    for (const schema::TopLevel& top : schema::topLevel()) {
+        if (std::strcmp(top.name, tableName) == 0 && top.kind != nullptr) return *top.kind;
+    }
+    throw std::logic_error(std::string("no schema kind for ") + tableName);
+}
+
+// The member of kind that names an object of another table; the first, when it has several.
+Reference firstReference(const schema::Kind& kind) {
+    for (const schema::Member& m : kind.members) {
+        if (m.reference != nullptr) return {m.name, m.reference};
+    }
+    throw std::logic_error(std::string("no reference in ") + kind.name);
+}
+
+// The kind of the objects a member of kind holds.
+const schema::Kind& memberKind(const schema::Kind& kind, const char* member) {
+    for (const schema::Member& m : kind.members) {
+        if (std::strcmp(m.name, member) == 0 && m.kind != nullptr) return *m.kind;
+    }
+    throw std::logic_error(std::string("no member ") + member + " in " + kind.name);
+}
 
 // Follows one reference member if from has it; the target, or null when it does not resolve.
 json_object* follow(Context& ctx, json_object* from, const std::string& fromPointer,
@@ -68,10 +72,12 @@ json_object* follow(Context& ctx, json_object* from, const std::string& fromPoin
     return target;
 }
 
-template <size_t N>
+// Follows every member of the object that the schema says names an object of another table.
 void followAll(Context& ctx, json_object* from, const std::string& fromPointer,
-               const Reference (&refs)[N], Findings& out) {
-    for (const Reference& ref : refs) follow(ctx, from, fromPointer, ref, out);
+               const schema::Kind& kind, Findings& out) {
+    for (const schema::Member& m : kind.members) {
+        if (m.reference != nullptr) follow(ctx, from, fromPointer, {m.name, m.reference}, out);
+    }
 }
 
 void checkNamedTable(Context& ctx, const char* tableName, Findings& out) {
@@ -130,7 +136,8 @@ void checkFirstOnly(const Context& ctx, const char* tableName, Findings& out) {
 }
 
 void checkBssMap(Context& ctx, json_object* owner, const std::string& ownerPointer,
-                 const char* mapKey, const Reference& ref, Findings& out) {
+                 const char* mapKey, Findings& out) {
+    const Reference ref = firstReference(memberKind(schema::interfaceKind(), mapKey));
     json_object* map = jsonCfgObj::getJsonObject(mapKey, owner);
     if (!isType(map, json_type_array)) return;
     std::string mapAt = pointerTo(ownerPointer, mapKey);
@@ -157,12 +164,12 @@ void checkInterfaceReferences(Context& ctx, const Context::InterfaceList& list, 
         std::string at = pointerTo(list.pointer, i);
         InterfaceRole role = interfaceRole(item);
         if (role == InterfaceRole::Radio) {
-            followAll(ctx, item, at, kRadioReferences, out);
-            checkBssMap(ctx, item, at, "meshpointbssmap", {"meshpoint", "meshpoint"}, out);
+            followAll(ctx, item, at, schema::interfaceKind(), out);
+            checkBssMap(ctx, item, at, "meshpointbssmap", out);
         }
         if (role == InterfaceRole::Radio || role == InterfaceRole::Bluetooth ||
             role == InterfaceRole::Wired || role == InterfaceRole::Bridge)
-            checkBssMap(ctx, item, at, "wlanbssmap", {"wlan", "wlan"}, out);
+            checkBssMap(ctx, item, at, "wlanbssmap", out);
     }
 }
 
@@ -195,13 +202,15 @@ void checkTables(Context& ctx, Findings& out) {
     }
     checkFirstOnly(ctx, "device", out);
     checkFirstOnly(ctx, "assoc_acl", out);
-    for (const char* name : kNamedTables) checkNamedTable(ctx, name, out);
+    for (const schema::TopLevel& top : schema::topLevel()) {
+        if (top.named) checkNamedTable(ctx, top.name, out);
+    }
 }
 
 void checkReferences(Context& ctx, Findings& out) {
     json_object* device = ctx.device();
     if (isType(device, json_type_object)) {
-        followAll(ctx, device, ctx.devicePointer(), kDeviceReferences, out);
+        followAll(ctx, device, ctx.devicePointer(), kindOf("device"), out);
         json_object* rfDomain = jsonCfgObj::getJsonObject("rf_domain_name", device);
         if (rfDomain != nullptr && ctx.table("profile") == nullptr) {
             out.error(pointerTo(ctx.devicePointer(), "rf_domain_name"),
@@ -210,24 +219,26 @@ void checkReferences(Context& ctx, Findings& out) {
         checkMeshpointDevices(ctx, device, ctx.devicePointer(), out);
     }
     forEachItem(ctx, "profile", [&](json_object* profile, const std::string& at) {
-        followAll(ctx, profile, at, kProfileReferences, out);
+        followAll(ctx, profile, at, kindOf("profile"), out);
         checkMeshpointDevices(ctx, profile, at, out);
     });
     forEachItem(ctx, "rf_domain", [&](json_object* item, const std::string& at) {
-        followAll(ctx, item, at, kRfDomainReferences, out);
+        followAll(ctx, item, at, kindOf("rf_domain"), out);
     });
     forEachItem(ctx, "wlan", [&](json_object* item, const std::string& at) {
-        followAll(ctx, item, at, kWlanReferences, out);
+        followAll(ctx, item, at, kindOf("wlan"), out);
     });
     forEachItem(ctx, "captive_portal", [&](json_object* item, const std::string& at) {
-        followAll(ctx, item, at, kCaptivePortalReferences, out);
+        followAll(ctx, item, at, kindOf("captive_portal"), out);
     });
     for (const Context::InterfaceList& list : ctx.interfaceLists())
         checkInterfaceReferences(ctx, list, out);
 }
 
 void checkUnused(const Context& ctx, Findings& out) {
-    for (const char* tableName : kNamedTables) {
+    for (const schema::TopLevel& top : schema::topLevel()) {
+        if (!top.named) continue;
+        const char* tableName = top.name;
         // The build reads the first radio QoS policy itself, for the global settings.
         json_object* firstRadioQos = nullptr;
         if (std::strcmp(tableName, "radio_qos") == 0 && ctx.table(tableName) != nullptr)
