@@ -11,6 +11,7 @@
 
 #include "api/version.h"
 #include "json_out.h"
+#include "lint/lint_priv.h"
 
 namespace tool {
 
@@ -69,7 +70,8 @@ void printLintText(const std::vector<LintedFile>& files) {
             std::string place = file.name;
             if (p.line > 0) place += ":" + std::to_string(p.line) + ":" + std::to_string(p.column);
             std::printf("%s: %s: %s: %s\n", place.c_str(), severityName(p),
-                        p.pointer.empty() ? "(document)" : p.pointer.c_str(), p.message.c_str());
+                        p.pointer.empty() ? "(document)" : jcp::lint::oneLine(p.pointer).c_str(),
+                        p.message.c_str());
             any = true;
         }
     }

@@ -19,7 +19,23 @@ void Findings::warning(const std::string& pointer, const std::string& message) {
     add(Problem{Severity::Warning, pointer, message});
 }
 
+std::string oneLine(const std::string& text) {
+    static const char kHex[] = "0123456789abcdef";
+    std::string out;
+    for (unsigned char c : text) {
+        if (c < 0x20 || c == 0x7F) {
+            out += "\\u00";
+            out += kHex[c >> 4];
+            out += kHex[c & 0xF];
+        } else {
+            out += static_cast<char>(c);
+        }
+    }
+    return out;
+}
+
 void Findings::add(Problem problem) {
+    problem.message = oneLine(problem.message);
     if (problem.line == 0 && m_members != nullptr)
         m_members->locate(problem.pointer, problem.line, problem.column);
     m_problems.push_back(std::move(problem));

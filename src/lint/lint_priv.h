@@ -48,6 +48,10 @@ class Findings {
     std::shared_ptr<const MemberPositions> m_members;
 };
 
+// Control bytes as \u00NN: a message or a pointer is one line, so a document's text quoted in it
+// (a name with a newline) can neither break it nor forge a problem line after it.
+std::string oneLine(const std::string& text);
+
 // Every problem of a document text, syntax first.
 Findings lintText(const std::string& text);
 
