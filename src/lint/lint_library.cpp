@@ -11,10 +11,12 @@
 #include <unordered_map>
 #include <utility>
 
-#include "api/jsoncfgplus.h"
 #include "base/build_events_priv.h"
 #include "base/diag.h"
+#include "base/entry_guard_priv.h"
 #include "convert/hotspot_icons.h"
+#include "convert/pipeline_priv.h"
+#include "document/json_cfg_plus.h"
 #include "lint/lint_context_priv.h"
 #include "signature/signature_maps.h"
 
@@ -322,6 +324,12 @@ class EventMapper {
     mutable std::unordered_map<json_object*, std::vector<size_t>> m_items;
 };
 
+// The pipeline exactly as the parse entry runs it, refusals of the decimal conversion included.
+int convertAsParsed(jsonCfgPlus* document) {
+    return jcp::guardEntry("jsonCfgPlusParserCallback", -1,
+                           [document] { return jcp::runPipeline(*document); });
+}
+
 // A pointer document names a Redis server the build would fetch the real one from; lint
 // reaches no server, so the library's verdicts are those of the document fetched.
 bool namesRedisServer(json_object* root) {
@@ -345,10 +353,13 @@ void checkLibrary(const Context& ctx, const std::string& text, Findings& out) {
     EventCollector events;
     {
         jcp::DiagCapture quiet;
-        apiCfgPlusResult* result =
-            parseJsonCfgPlus(text.data(), static_cast<unsigned int>(text.size()),
-                             jsonCfgPlusParserCallback, 0, 0, 0);
-        freeJsonCfgPlus(result);
+        jsonCfgPlus document;
+        document.m_callback = &convertAsParsed;
+        // A value the decimal conversion refuses fails the document, as it fails a parse; the
+        // refusal has been reported as an event on the way.
+        jcp::guardEntry("lint", -1, [&] {
+            return document.buildConfig(text.data(), static_cast<unsigned int>(text.size()));
+        });
     }
     const cfgPlusSignatureMaps& maps = cfgPlusSignatureMaps::m_inst;
     EventMapper::Absent absent{!directoryExists(jcp::hs2::iconDir()),
