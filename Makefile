@@ -134,7 +134,7 @@ bench: build
 # Runs every fuzz target for SECONDS seconds over the committed corpus; what it finds is kept
 # in build-fuzz/corpus, crashes in build-fuzz/artifacts (copy them to fuzz/crashes/).
 SECONDS ?= 60
-FUZZ_TARGETS = parse inspect addr debug_cfg
+FUZZ_TARGETS = parse inspect addr debug_cfg lint
 fuzz: deps-fuzz
 	CC=clang CXX=clang++ cmake -S . -B build-fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo \
 	  -DJCP_BUILD_FUZZ=ON -DJCP_BUILD_TESTS=OFF -DJCP_BUILD_BENCH=OFF $(CMAKE_FLAGS)
