@@ -42,8 +42,8 @@ std::string manyRules(size_t count) {
 std::string lines(const jcp::lint::Findings& findings) {
     std::string out;
     for (const jcp::lint::Problem& p : findings.problems()) {
-        out += (p.severity == jcp::lint::Severity::Error ? "error: " : "warning: ") + p.pointer + ": " +
-               p.message + "\n";
+        out += (p.severity == jcp::lint::Severity::Error ? "error: " : "warning: ") + p.pointer +
+               ": " + p.message + "\n";
     }
     return out;
 }
