@@ -12,8 +12,8 @@ namespace {
 
 // Touches every text of the record, so a dangling or unterminated one is found.
 void readProblem(const jsonCfgPlusLintProblem* problem, void* context) {
-    *static_cast<size_t*>(context) += std::strlen(problem->pointer) +
-                                      std::strlen(problem->message) + std::strlen(problem->rule);
+    *static_cast<size_t*>(context) +=
+        std::strlen(problem->pointer) + std::strlen(problem->message) + std::strlen(problem->rule);
 }
 
 }  // namespace
