@@ -443,6 +443,15 @@ TEST(DiffTool, NothingAddedRemovedAndUnbuildable) {
     ToolRun same = runTool("diff " + kExample + " " + kExample);
     EXPECT_EQ(same.status, 0);
     EXPECT_EQ(same.out, "");
+    // Every test document equals itself, or does not build at all.
+    for (const char* dir : {"golden", "lint"}) {
+        for (const auto& file : std::filesystem::directory_iterator(testsupport::dataPath(dir))) {
+            if (file.path().extension() != ".json") continue;
+            ToolRun self = runTool("diff " + file.path().string() + " " + file.path().string());
+            EXPECT_TRUE(self.status == 2 || (self.status == 0 && self.out.empty()))
+                << file.path() << ": " << self.out;
+        }
+    }
     testsupport::TempDir dir;
     testsupport::writeFile(dir.file("old.json"), R"({"device": {"hostname": "a", "led": 1}})");
     testsupport::writeFile(dir.file("new.json"), R"({"device": {"hostname": "a", "mode": "x"}})");
