@@ -38,7 +38,8 @@ void setBuildEventSink(BuildEventSink* sink) {
     detail::g_eventSink.store(sink, std::memory_order_release);
 }
 
-EventPlaceScope::EventPlaceScope(const radio_entry& radio) : m_radio(&radio), m_outer(t_place) {
+EventPlaceScope::EventPlaceScope(const radio_entry& radio, const void* source)
+    : m_radio(&radio), m_source(source), m_outer(t_place) {
     t_place = this;
 }
 
@@ -68,6 +69,7 @@ EventPlace currentPlace() {
         place.where = EventPlace::Where::radio;
         place.radioId = scope->m_radio->id;
         place.radioName = scope->m_radio->name;
+        place.source = scope->m_source;
         return place;
     }
     place.where = scope->m_meshpoint ? EventPlace::Where::meshpoint : EventPlace::Where::wlan;

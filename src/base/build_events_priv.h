@@ -29,6 +29,9 @@ struct EventPlace {
     std::string radioName;
     int slot = -1;  // a service's BSS slot (its "bss" - 1)
     int ssidId = 0;
+    // A radio's: the interface item it is being built from. Items of one name merge into one
+    // radio later, so the name alone cannot say which of them an event is about.
+    const void* source = nullptr;
 };
 
 struct BuildEvent {
@@ -63,7 +66,7 @@ inline void reportEvent(EventKind kind, const std::string& keyPath, const std::s
 // While alive, events of this thread happen at the radio or service given. Scopes nest.
 class EventPlaceScope {
   public:
-    explicit EventPlaceScope(const radio_entry& radio);
+    EventPlaceScope(const radio_entry& radio, const void* source);
     EventPlaceScope(const vns_entry& service, bool meshpoint = false);
     ~EventPlaceScope();
     EventPlaceScope(const EventPlaceScope&) = delete;
@@ -71,6 +74,7 @@ class EventPlaceScope {
 
   private:
     const radio_entry* m_radio = nullptr;
+    const void* m_source = nullptr;
     const vns_entry* m_service = nullptr;
     bool m_meshpoint = false;
     EventPlaceScope* m_outer;

@@ -36,12 +36,16 @@ int jsonCfgPlus::buildConfig(const char* text, unsigned int len) {
 
     json_object* root = parse(text, len);
     if (root == nullptr) return -1;
+    return buildParsed(root, len);
+}
+
+int jsonCfgPlus::buildParsed(json_object* root, size_t textLength) {
     if (m_save != 0) saveJsonCfgPlus(root);
     m_all.build(root);
     reset();
 
     int result = -1;
-    jcp::ElementBudgetScope budget(jcp::elementBudgetFor(len));
+    jcp::ElementBudgetScope budget(jcp::elementBudgetFor(textLength));
     try {
         result = buildFromTable(root);
     } catch (const jcp::ElementBudgetExceeded&) {

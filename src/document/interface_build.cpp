@@ -240,7 +240,7 @@ void jsonCfgPlus::buildRadioInterface(json_object* radioJson, const std::string&
     radio_entry& radio = build.radios.back();
     radio.id = id;
     radio.name = name;
-    jcp::EventPlaceScope place(radio);
+    jcp::EventPlaceScope place(radio, radioJson);
     cfgElementIndex elements(radio.elements);
     elements.add(cfgElement("cen_radio_id", id, "name"), true);
     walk(radioJson, "", kNone, kRadioWalkExcluded, elements);
@@ -263,7 +263,7 @@ void jsonCfgPlus::buildBluetoothInterface(json_object* bluetooth, InterfaceBuild
     radio_entry& radio = build.radios.back();
     radio.id = kIotRadioId;
     radio.name = "bluetooth1";
-    jcp::EventPlaceScope place(radio);
+    jcp::EventPlaceScope place(radio, bluetooth);
     bool shutdown = false;
     jsonCfgObj::getJsonBoolValue("shutdown", bluetooth, shutdown);
     addCfgElement(radio.elements, cfgElement("cen_radio_id", kIotRadioId, "name"), true);
@@ -291,7 +291,7 @@ void jsonCfgPlus::buildPortRadio(json_object* port, const std::string& name, int
     radio_entry& radio = build.radios.back();
     radio.id = id;
     radio.name = name;
-    jcp::EventPlaceScope place(radio);
+    jcp::EventPlaceScope place(radio, port);
     cfgElementIndex elements(radio.elements);
     elements.add(cfgElement("cen_radio_id", radio.id, "name"), true);
     walk(port, "", kNone, kPortWalkExcluded, elements);

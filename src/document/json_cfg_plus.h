@@ -50,6 +50,10 @@ class JCP_EXPORT jsonCfgPlus {
     // Builds the element lists from a document and runs m_callback on success.
     int buildConfig(const char* text, unsigned int len);
     int buildConfig(const char* path);
+    // The same from a tree parsed already, of which the document takes one reference; events
+    // then name the caller's own objects. The text's length sets the element budget. For
+    // lint, not exported.
+    __attribute__((visibility("hidden"))) int buildParsed(json_object* root, size_t textLength);
 
     // JSON shape tests; the list forms append what they read, even when they fail later.
     static bool isStrList(json_object* o, std::list<std::string>& out);

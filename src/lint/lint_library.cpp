@@ -7,7 +7,9 @@
 
 #include <cstdint>
 #include <cstring>
+#include <optional>
 #include <set>
+#include <tuple>
 #include <unordered_map>
 #include <utility>
 
@@ -185,7 +187,8 @@ class EventMapper {
         return object == nullptr || m_ctx.isReferenced(object);
     }
 
-    // Where the key path of an event at place may start, the likeliest first.
+    // Where the key path of an event at place may start, the likeliest first. The candidates
+    // come from indexes made once, so placing every event costs no walk over every interface.
     std::vector<Located> basesOf(const jcp::EventPlace& place) const {
         using Where = jcp::EventPlace::Where;
         std::vector<Located> bases;
@@ -197,63 +200,101 @@ class EventMapper {
             bases.push_back({m_ctx.root(), ""});
             return bases;
         }
-        for (const Context::InterfaceList& list : m_ctx.interfaceLists()) {
-            if (!list.built || !isType(list.list, json_type_array)) continue;
-            size_t count = json_object_array_length(list.list);
-            for (size_t i = 0; i < count; ++i) {
-                json_object* item = json_object_array_get_idx(list.list, i);
-                Located radio{item, pointerTo(list.pointer, i)};
-                if (place.where == Where::radio) {
-                    std::string name;
-                    if (jsonCfgObj::getJsonStrValue("name", item, name) && name == place.radioName)
-                        bases.push_back(radio);
-                    continue;
+        const RadioIndex& radios = radioIndex();
+        if (place.where == Where::radio) {
+            auto found = radios.byItem.find(place.source);
+            if (found != radios.byItem.end()) bases.push_back(found->second);
+            return bases;
+        }
+        auto found = radios.services.find({place.radioId, place.slot, place.ssidId});
+        if (found == radios.services.end()) return bases;
+        // Per radio item, the map of the place's kind first: a meshpoint turned WLAN is
+        // reported as a WLAN, so both maps are searched.
+        bool mesh = place.where == Where::meshpoint;
+        const std::vector<ServiceInMap>& all = found->second;
+        for (size_t group = 0; group < all.size();) {
+            size_t end = group;
+            while (end < all.size() && all[end].radio == all[group].radio) ++end;
+            for (bool preferred : {true, false}) {
+                for (size_t i = group; i < end; ++i) {
+                    if ((all[i].meshMap == mesh) != preferred) continue;
+                    bases.push_back(all[i].service);
+                    bases.push_back(all[i].mapItem);
                 }
-                if (radioIdOfItem(item) != place.radioId) continue;
-                addService(radio, place, bases);
             }
+            group = end;
         }
         return bases;
     }
 
-    int radioIdOfItem(json_object* item) const {
-        std::string name;
-        jsonCfgObj::getJsonStrValue("name", item, name);
-        std::optional<jsonCfgPlus::RadioId> id = radioIdOf(interfaceRole(item), name);
-        if (!id || id->outcome != jsonCfgPlus::RadioId::Outcome::kId) return -1;
-        return id->id;
+    // A service named in a BSS map of a built interface item, where it and its map item stand.
+    struct ServiceInMap {
+        size_t radio;  // the interface item's place in build order
+        bool meshMap;
+        Located service;
+        Located mapItem;
+    };
+    using ServiceKey = std::tuple<int, int64_t, int>;  // radio id, slot, SSID id
+    struct ServiceKeyHash {
+        size_t operator()(const ServiceKey& key) const {
+            return std::hash<int64_t>()(std::get<1>(key)) * 31 +
+                   std::hash<int>()(std::get<0>(key)) * 17 + std::hash<int>()(std::get<2>(key));
+        }
+    };
+
+    // The built interface items, and the services of their BSS maps by radio id, slot and SSID
+    // id, in build order.
+    struct RadioIndex {
+        std::unordered_map<const void*, Located> byItem;
+        std::unordered_map<ServiceKey, std::vector<ServiceInMap>, ServiceKeyHash> services;
+    };
+
+    const RadioIndex& radioIndex() const {
+        if (m_radios) return *m_radios;
+        m_radios.emplace();
+        size_t order = 0;
+        for (const Context::InterfaceList& list : m_ctx.interfaceLists()) {
+            if (!list.built || !isType(list.list, json_type_array)) continue;
+            size_t count = json_object_array_length(list.list);
+            for (size_t i = 0; i < count; ++i, ++order) {
+                json_object* item = json_object_array_get_idx(list.list, i);
+                Located radio{item, pointerTo(list.pointer, i)};
+                m_radios->byItem.emplace(item, radio);
+                std::string name;
+                jsonCfgObj::getJsonStrValue("name", item, name);
+                std::optional<jsonCfgPlus::RadioId> id = radioIdOf(interfaceRole(item), name);
+                if (id && id->outcome == jsonCfgPlus::RadioId::Outcome::kId)
+                    indexServices(radio, order, id->id);
+            }
+        }
+        return *m_radios;
     }
 
-    // The service in the radio's BSS map at the place's slot, then its map item (where "bss"
-    // stands).
-    void addService(const Located& radio, const jcp::EventPlace& place,
-                    std::vector<Located>& bases) const {
-        bool mesh = place.where == jcp::EventPlace::Where::meshpoint;
-        // A meshpoint turned WLAN is reported as a WLAN: both maps are searched.
-        const char* maps[] = {mesh ? "meshpointbssmap" : "wlanbssmap",
-                              mesh ? "wlanbssmap" : "meshpointbssmap"};
-        for (const char* map : maps) {
+    void indexServices(const Located& radio, size_t order, int radioId) const {
+        for (bool mesh : {false, true}) {
+            const char* map = mesh ? "meshpointbssmap" : "wlanbssmap";
+            const char* refKey = mesh ? "meshpoint" : "wlan";
             json_object* items = jsonCfgObj::getJsonObject(map, radio.object);
             if (!isType(items, json_type_array)) continue;
-            const char* refKey = std::strcmp(map, "wlanbssmap") == 0 ? "wlan" : "meshpoint";
             size_t count = json_object_array_length(items);
             for (size_t i = 0; i < count; ++i) {
                 json_object* item = json_object_array_get_idx(items, i);
                 int bss = 0;
+                int ssid = 0;
                 std::string name;
-                // In 64 bits: a document's bss may be INT_MIN.
                 if (!jsonCfgObj::getJsonIntValue("bss", item, bss) ||
-                    static_cast<int64_t>(bss) - 1 != place.slot ||
                     !jsonCfgObj::getJsonStrValue(refKey, item, name))
                     continue;
                 json_object* service = m_ctx.resolve(refKey, name);
-                int ssid = 0;
                 if (service == nullptr ||
-                    !jsonCfgObj::getJsonIntValue("cen_ssid_id", service, ssid) ||
-                    ssid != place.ssidId)
+                    !jsonCfgObj::getJsonIntValue("cen_ssid_id", service, ssid))
                     continue;
-                bases.push_back({service, m_ctx.pointerOf(service)});
-                bases.push_back({item, pointerTo(pointerTo(radio.pointer, map), i)});
+                // In 64 bits: a document's bss may be INT_MIN.
+                m_radios->services[{radioId, static_cast<int64_t>(bss) - 1, ssid}].push_back(
+                    {order,
+                     mesh,
+                     {service, m_ctx.pointerOf(service)},
+                     {item, pointerTo(pointerTo(radio.pointer, map), i)}});
             }
         }
     }
@@ -322,6 +363,7 @@ class EventMapper {
     std::set<std::pair<std::string, std::string>> m_seen;
     std::set<std::string> m_earlier;
     mutable std::unordered_map<json_object*, std::vector<size_t>> m_items;
+    mutable std::optional<RadioIndex> m_radios;
 };
 
 // The pipeline exactly as the parse entry runs it, refusals of the decimal conversion included.
@@ -357,8 +399,9 @@ void checkLibrary(const Context& ctx, const std::string& text, Findings& out) {
         document.m_callback = &convertAsParsed;
         // A value the decimal conversion refuses fails the document, as it fails a parse; the
         // refusal has been reported as an event on the way.
+        // Built from lint's own tree, so that an event's objects are those lint places.
         jcp::guardEntry("lint", -1, [&] {
-            return document.buildConfig(text.data(), static_cast<unsigned int>(text.size()));
+            return document.buildParsed(json_object_get(ctx.root()), text.size());
         });
     }
     const cfgPlusSignatureMaps& maps = cfgPlusSignatureMaps::m_inst;
