@@ -711,42 +711,68 @@ TEST(DiffTool, RulesAndSlotsMatchedAsAPersonReadsThem) {
     EXPECT_EQ(linesOf(verbose.out).size(), 98u);
 }
 
-// Every line the library prints while building stays in the JSON dump, its tag read as the
-// severity; separators, which say nothing, do not.
+// Diagnostics of a JSON dump, each as {severity, text}.
+std::vector<std::pair<std::string, std::string>> diagnosticsOf(const std::string& out) {
+    Json dump(json_tokener_parse(out.c_str()));
+    std::vector<std::pair<std::string, std::string>> diagnostics;
+    json_object* list = at(dump.get(), "diagnostics");
+    for (size_t i = 0; i < json_object_array_length(list); ++i)
+        diagnostics.emplace_back(text(at(item(list, i), "severity")),
+                                 text(at(item(list, i), "text")));
+    return diagnostics;
+}
+
+// Every line the library reports while building stays in the JSON dump, whole, at the level the
+// library gives it; separators, which say nothing, do not.
 TEST(DumpJson, KeepsTheLibrarysDiagnostics) {
     ToolRun run = runTool("dump --json -", R"({"profile": [{"name": "p"}],
         "device": {"profile_name": "nope", "interface": [{"name": "radio1", "type": "radio",
             "wlanbssmap": [{"bss": 1, "wlan": "w"}]}]},
         "wlan": [{"name": "w", "ssid": "x"}]})");
     ASSERT_EQ(run.status, 0) << run.err;
-    Json dump(json_tokener_parse(run.out.c_str()));
-    std::vector<std::pair<std::string, std::string>> diagnostics;
-    json_object* list = at(dump.get(), "diagnostics");
-    for (size_t i = 0; i < json_object_array_length(list); ++i)
-        diagnostics.emplace_back(text(at(item(list, i), "severity")),
-                                 text(at(item(list, i), "text")));
     const std::vector<std::pair<std::string, std::string>> expected = {
-        {"note", "parseJsonCfgPlus starts..."},       {"note", "JSON-Q+: buildConfig()..."},
-        {"note", "build top level look-up table..."}, {"note", " request-id=0"},
-        {"info", "device: profile not resolved"},     {"info", "management policy not resolved."},
-        {"info", "device: rf_domain not resolved"},   {"error", "cen_ssid_id is not specified."},
+        {"info", "parseJsonCfgPlus starts..."},
+        {"note", "JSON-Q+: buildConfig()..."},
+        {"info", "build top level look-up table..."},
+        {"info", " request-id=0"},
+        {"info", "[INFO] device: profile not resolved"},
+        {"info", "[INFO] management policy not resolved."},
+        {"info", "[INFO] device: rf_domain not resolved"},
+        {"error", "[ERROR] cen_ssid_id is not specified."},
         {"note", "JSON-Q+: freeJsonCfgPlus done."},
     };
-    EXPECT_EQ(diagnostics, expected);
+    EXPECT_EQ(diagnosticsOf(run.out), expected);
+
+    // A warning that carries no bracketed tag is still a warning.
+    testsupport::TempDir noSignatures;
+    run = runTool("dump --json - --signature-dir " + noSignatures.path(),
+                  R"({"device": {"interface": [{"name": "radio1", "type": "radio",
+            "wlanbssmap": [{"bss": 1, "wlan": "w"}]}]},
+        "wlan": [{"name": "w", "cen_ssid_id": 1, "ip_in_acl": "a"}],
+        "ip_acl": [{"name": "a", "ip_rules": [{"dns_name": "a.example"}]}]})");
+    ASSERT_EQ(run.status, 0) << run.err;
+    const std::pair<std::string, std::string> fqdn = {
+        "warning", "warning: the specified FQDN rule not found its definition."};
+    auto diagnostics = diagnosticsOf(run.out);
+    EXPECT_NE(std::find(diagnostics.begin(), diagnostics.end(), fqdn), diagnostics.end())
+        << run.out;
 
     // The example without its signature files: each rule's warning, as often as printed.
     // With the example's icons, so that only the rules warn.
     run = runTool("dump --json " + kExample + " --icon-dir " JCP_EXAMPLES_DIR "/icons");
-    dump.reset(json_tokener_parse(run.out.c_str()));
-    list = at(dump.get(), "diagnostics");
     int warnings = 0;
-    for (size_t i = 0; i < json_object_array_length(list); ++i) {
-        if (text(at(item(list, i), "severity")) != "warning") continue;
+    for (const auto& diagnostic : diagnosticsOf(run.out)) {
+        if (diagnostic.first != "warning") continue;
         ++warnings;
-        EXPECT_EQ(text(at(item(list, i), "text")).rfind("application policy: no signature for ", 0),
-                  0u);
+        EXPECT_EQ(diagnostic.second.rfind("[WARN] application policy: no signature for ", 0), 0u);
     }
     EXPECT_EQ(warnings, 4);
+
+    // json-c's reason goes to standard error with the library's other lines, none to the output.
+    run = runTool("dump --json -", R"({"device": {)");
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.out, "");
+    EXPECT_NE(run.err.find("\nError: "), std::string::npos) << run.err;
 }
 
 TEST(DumpJson, EntriesAndRecordsFieldByField) {

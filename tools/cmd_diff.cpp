@@ -482,9 +482,9 @@ int runDiff(int argc, char** argv) {
             std::fprintf(stderr, "jsoncfgplus diff: %s\n", e.what());
             return kNotBuilt;
         }
-        std::string libraryOutput;
+        std::vector<LibraryLine> libraryLines;
         try {
-            built[i] = buildToJson(text, libraryOutput);
+            built[i] = buildToJson(text, libraryLines);
         } catch (const std::exception& e) {
             // A build that throws did not build either: diff(1)'s trouble, not a difference.
             std::fprintf(stderr, "jsoncfgplus diff: %s was not built: %s\n", files[i].c_str(),
@@ -492,7 +492,7 @@ int runDiff(int argc, char** argv) {
             return kNotBuilt;
         }
         if (built[i] == nullptr) {
-            std::string reason = failureReason(libraryOutput);
+            std::string reason = failureReason(libraryLines);
             std::fprintf(stderr, "jsoncfgplus diff: %s was not built: %s\n", files[i].c_str(),
                          reason.empty() ? "the library printed no reason" : reason.c_str());
             return kNotBuilt;

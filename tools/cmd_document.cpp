@@ -2,6 +2,7 @@
 // Commands over one document: dump, validate, reqid and check.
 #include <cstdio>
 #include <stdexcept>
+#include <vector>
 
 #include "api/clock.h"
 #include "api/jsoncfgplus.h"
@@ -28,24 +29,41 @@ int leaveClockAlone(const struct timeval*, const struct timezone*) {
     return -1;
 }
 
+// The name a diagnostic's level has in the JSON dump: a milestone ("JSON-Q+: ...") is a note,
+// as syslog's notice; progress, which only a traced build reports, counts as info.
+const char* severityName(int level) {
+    switch (level) {
+        case JCP_DIAG_ERROR:
+            return "error";
+        case JCP_DIAG_WARNING:
+            return "warning";
+        case JCP_DIAG_MILESTONE:
+            return "note";
+        default:
+            return "info";
+    }
+}
+
 // The JSON form of the dump, with the full pipeline; the library's own lines are kept out of its
 // entries and given as "diagnostics".
 int dumpJson(const Args& args, const std::string& text) {
     if (args.has("no-convert") || args.has("trace") || args.has("save") || args.has("save-backup"))
         throw UsageError("--json takes no other option");
-    std::string libraryOutput;
-    JsonPtr json = buildToJson(text, libraryOutput);
+    std::vector<LibraryLine> libraryLines;
+    JsonPtr json = buildToJson(text, libraryLines);
     if (json == nullptr) {
-        std::fputs(libraryOutput.c_str(), stderr);
+        for (const LibraryLine& line : libraryLines)
+            std::fprintf(stderr, "%s\n", line.text.c_str());
         throw std::runtime_error("the document was not built (the reason is printed above)");
     }
-    // Every line the library printed, so a script sees each warning. Untagged lines stay too,
-    // as "note": some say why a value was refused ("MAC address ... is not valid").
+    // Every line the library reported, so a script sees each warning; untagged ones too, since
+    // some say why a value was refused ("MAC address ... is not valid").
     json_object* diagnostics = json_object_new_array();
     json_object_object_add(json.get(), "diagnostics", diagnostics);
-    for (const LibraryLine& line : libraryLines(libraryOutput)) {
+    for (const LibraryLine& line : libraryLines) {
+        if (saysNothing(line)) continue;
         json_object* item = json_object_new_object();
-        json_object_object_add(item, "severity", json_object_new_string(line.severity));
+        json_object_object_add(item, "severity", json_object_new_string(severityName(line.level)));
         json_object_object_add(item, "text", json_object_new_string(line.text.c_str()));
         json_object_array_add(diagnostics, item);
     }

@@ -6,7 +6,6 @@
 
 #include "model/entry_items.h"
 #include "record_fields.h"
-#include "stdout_capture.h"
 
 namespace tool {
 
@@ -135,10 +134,9 @@ JsonPtr resultToJson(const apiCfgPlusResult& result) {
     return out;
 }
 
-JsonPtr buildToJson(const std::string& text, std::string& libraryOutput) {
+JsonPtr buildToJson(const std::string& text, std::vector<LibraryLine>& libraryLines) {
     JsonPtr json;
-    // json-c's parse errors too, so a failure's reason is among the lines in printed order.
-    StdoutCapture capture(true);
+    LibraryLines collected;
     apiCfgPlusResult* result = parseJsonCfgPlus(text.data(), static_cast<unsigned int>(text.size()),
                                                 jsonCfgPlusParserCallback, 0, 0, 0);
     if (result != nullptr) {
@@ -150,7 +148,7 @@ JsonPtr buildToJson(const std::string& text, std::string& libraryOutput) {
         }
         freeJsonCfgPlus(result);
     }
-    libraryOutput = capture.finish();
+    libraryLines = collected.take();
     return json;
 }
 

@@ -8,8 +8,10 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "api/jsoncfgplus.h"
+#include "library_lines.h"
 
 namespace tool {
 
@@ -24,11 +26,10 @@ void printJsonDocument(json_object* document);
 // The result as {"global": [...], "radios": [...], "vns": [...], "meshpoints": [...]}.
 JsonPtr resultToJson(const apiCfgPlusResult& result);
 
-// Builds text with the full pipeline into its JSON form; the library's lines (its progress
-// and its reasons for a failure, with what it writes on standard error) go to libraryOutput
-// instead of the tool's output. Null when the
-// document was not built.
-JsonPtr buildToJson(const std::string& text, std::string& libraryOutput);
+// Builds text with the full pipeline into its JSON form; the library's lines (its progress,
+// its warnings and its reasons for a failure, json-c's parse errors included) go to
+// libraryLines instead of the tool's output. Null when the document was not built.
+JsonPtr buildToJson(const std::string& text, std::vector<LibraryLine>& libraryLines);
 
 }  // namespace tool
 

@@ -1,27 +1,44 @@
 // SPDX-License-Identifier: MIT
-// The lines the library prints while it builds a document, read back by the tool: each with the
-// severity its tag gives, and the one line that says why a build failed.
+// The lines the library reports while the tool builds a document, taken through the library's
+// diagnostics handler with the level the library gives each, instead of printed among the
+// tool's own output.
 #ifndef JSONCFGPLUS_TOOLS_LIBRARY_LINES_H
 #define JSONCFGPLUS_TOOLS_LIBRARY_LINES_H
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tool {
 
 struct LibraryLine {
-    // "error" ("[ERR]", "[ERROR]", json-c's "Error:"), "warning" ("[WARN]"), "info" ("[INFO]"),
-    // or "note" for an untagged line.
-    const char* severity;
-    std::string text;  // the line without its tag
+    int level;         // a jsonCfgPlusDiagLevel
+    std::string text;  // as standard output would have shown it, without the line end
 };
 
-// Every line of the output but blank ones and "====" separators, which say nothing.
-std::vector<LibraryLine> libraryLines(const std::string& output);
+// Collects every line the library reports, json-c's parse errors included, from construction
+// to destruction; destruction gives the lines back to the standard streams.
+class LibraryLines {
+  public:
+    LibraryLines();
+    ~LibraryLines();
+    LibraryLines(const LibraryLines&) = delete;
+    LibraryLines& operator=(const LibraryLines&) = delete;
 
-// Why a build failed: the last line the library printed, since the build stops where it fails
-// (an invalid rule's reason is untagged); empty when it printed nothing useful.
-std::string failureReason(const std::string& output);
+    std::vector<LibraryLine> take() { return std::move(m_lines); }
+
+  private:
+    static void collect(int level, const char* line, void* context);
+
+    std::vector<LibraryLine> m_lines;
+};
+
+// A blank line or a "====" separator, which says nothing.
+bool saysNothing(const LibraryLine& line);
+
+// Why a build failed: the last line that says something, since the build stops where it fails
+// (an invalid rule's reason is untagged); empty when there is none.
+std::string failureReason(const std::vector<LibraryLine>& lines);
 
 }  // namespace tool
 

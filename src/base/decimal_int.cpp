@@ -2,10 +2,10 @@
 // The decimal conversion of a document's numeric texts, whose failure names the text.
 #include "base/decimal_int_priv.h"
 
-#include <cstdio>
 #include <stdexcept>
 
 #include "base/build_events_priv.h"
+#include "base/control_escape_priv.h"
 
 namespace {
 
@@ -13,22 +13,9 @@ namespace {
 const size_t kShownBytes = 64;
 
 std::string quoted(const std::string& text) {
-    std::string out = "\"";
-    for (size_t i = 0; i < text.size() && i < kShownBytes; ++i) {
-        unsigned char c = static_cast<unsigned char>(text[i]);
-        if (c == '"' || c == '\\') {
-            out += '\\';
-            out += static_cast<char>(c);
-        } else if (c < 0x20 || c == 0x7F) {
-            char escaped[5];
-            std::snprintf(escaped, sizeof escaped, "\\x%02X", c);
-            out += escaped;
-        } else {
-            out += static_cast<char>(c);
-        }
-    }
-    out += text.size() > kShownBytes ? "\"..." : "\"";
-    return out;
+    return "\"" +
+           jcp::escapeControls(text.substr(0, kShownBytes), jcp::ControlEscape::hexByte, true) +
+           (text.size() > kShownBytes ? "\"..." : "\"");
 }
 
 }  // namespace

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 // Helpers of the Hotspot 2.0 converters: list items, fields, texts and warnings.
 #include <algorithm>
-#include <cstdio>
+#include <cstring>
 
 #include "base/build_events_priv.h"
+#include "base/control_escape_priv.h"
 #include "base/diag.h"
 #include "convert/hotspot_priv.h"
 #include "convert/rule_fields_priv.h"
@@ -32,29 +33,6 @@ const char* kindName(cfgElementKind kind) {
         default:
             return "a value of another type";
     }
-}
-
-bool isControl(unsigned char c) {
-    return c < 0x20 || c == 0x7F;
-}
-
-// Control bytes as JSON escapes, so a document text can neither break nor forge a log line;
-// inside quotes '"' and '\\' are escaped too, so the quoted text reads back unambiguously.
-std::string escaped(const std::string& text, bool inQuotes) {
-    std::string out;
-    out.reserve(text.size());
-    for (char ch : text) {
-        auto c = static_cast<unsigned char>(ch);
-        if (isControl(c)) {
-            char code[8];
-            std::snprintf(code, sizeof code, "\\u%04x", c);
-            out += code;
-        } else {
-            if (inQuotes && (c == '"' || c == '\\')) out += '\\';
-            out += ch;
-        }
-    }
-    return out;
 }
 
 }  // namespace
@@ -109,7 +87,8 @@ const cfgElement* field(const ElementList& fields, const std::string& prefix, co
 }
 
 void warn(const std::string& item, const std::string& what, EventKind kind) {
-    diag("[WARN] ", escaped(item, false), ": ", escaped(what, false));
+    diag("[WARN] ", escapeControls(item, ControlEscape::jsonUnicode, false), ": ",
+         escapeControls(what, ControlEscape::jsonUnicode, false));
     reportEvent(kind, item, what);
 }
 
@@ -145,7 +124,7 @@ std::string misfit(const std::string& text, size_t size) {
 }
 
 std::string quoted(const std::string& text) {
-    return "\"" + escaped(text, true) + "\"";
+    return "\"" + escapeControls(text, ControlEscape::jsonUnicode, true) + "\"";
 }
 
 int lookup(const naiEapTable& table, const std::string& name) {
@@ -161,8 +140,10 @@ std::string shown(const cfgElement& element) {
             // A warning line stays readable however long the text is.
             constexpr size_t kShown = 64;
             if (element.strValue.size() <= kShown) return quoted(element.strValue);
-            return "\"" + escaped(element.strValue.substr(0, kShown), true) + "...\" (" +
-                   std::to_string(element.strValue.size()) + " octets)";
+            return "\"" +
+                   escapeControls(element.strValue.substr(0, kShown), ControlEscape::jsonUnicode,
+                                  true) +
+                   "...\" (" + std::to_string(element.strValue.size()) + " octets)";
         }
         case CFG_INT:
         case CFG_BOOL:
