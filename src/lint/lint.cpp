@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <climits>
 
+#include "base/control_escape_priv.h"
 #include "lint/lint_context_priv.h"
 #include "lint/strict_json_priv.h"
 
@@ -20,18 +21,7 @@ void Findings::warning(const std::string& pointer, const std::string& message) {
 }
 
 std::string oneLine(const std::string& text) {
-    static const char kHex[] = "0123456789abcdef";
-    std::string out;
-    for (unsigned char c : text) {
-        if (c < 0x20 || c == 0x7F) {
-            out += "\\u00";
-            out += kHex[c >> 4];
-            out += kHex[c & 0xF];
-        } else {
-            out += static_cast<char>(c);
-        }
-    }
-    return out;
+    return escapeControls(text, ControlEscape::jsonUnicode, false);
 }
 
 void Findings::add(Problem problem) {
