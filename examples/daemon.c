@@ -1,12 +1,13 @@
 /* SPDX-License-Identifier: MIT */
 /* A configuration daemon's whole use of jsoncfgplus, in C: route the library's diagnostics,
- * translate a JSON-Q+ document, walk every entry array, decode fixed records through the C
- * header, release the result.
+ * lint a JSON-Q+ document and refuse it on an error, translate it, walk every entry array,
+ * decode fixed records through the C header, release the result.
  *
  *   cc -std=c11 daemon.c $(pkg-config --cflags --libs jsoncfgplus) -o daemon
  *   ./daemon ap-config.json
  */
 #include <stdio.h>
+#include <stdlib.h>
 #include <string.h>
 
 #include <jsoncfgplus/api/jsoncfgplus.h>
@@ -85,11 +86,54 @@ static void showMeshpoints(const apiCfgPlusResult* r) {
     }
 }
 
+/* The whole file in a buffer the caller frees; NULL when it cannot be read. */
+static char* readDocument(const char* path, unsigned int* length) {
+    FILE* f = fopen(path, "rb");
+    if (f == NULL) return NULL;
+    char* text = NULL;
+    size_t size = 0;
+    char chunk[65536];
+    size_t got;
+    while ((got = fread(chunk, 1, sizeof chunk, f)) > 0) {
+        char* grown = realloc(text, size + got);
+        if (grown == NULL) break;
+        text = grown;
+        memcpy(text + size, chunk, got);
+        size += got;
+    }
+    fclose(f);
+    *length = (unsigned int)size;
+    return text;
+}
+
+/* lint's problems, as a daemon would log them before deciding. */
+static void onLintProblem(const jsonCfgPlusLintProblem* p, void* path) {
+    fprintf(stderr, "%s:%d:%d: %s: %s: %s\n", *(const char**)path, p->line, p->column,
+            p->severity == JCP_LINT_ERROR ? "error" : "warning", p->pointer, p->message);
+}
+
 int main(int argc, char** argv) {
     const char* path = argc > 1 ? argv[1] : "examples/ap-config.json";
     setJsonCfgPlusDiagHandler(onDiagnostic, diagCounts);
 
-    apiCfgPlusResult* r = parseJsonCfgPlusFile(path, jsonCfgPlusParserCallback, 0, 0, 0);
+    unsigned int length = 0;
+    char* text = readDocument(path, &length);
+    if (text == NULL) {
+        fprintf(stderr, "%s: cannot be read\n", path);
+        return 1;
+    }
+    /* Asked before applying: the parse would accept a document that drops what it says. */
+    unsigned int warnings = 0;
+    int errors = jsonCfgPlusLint(text, length, onLintProblem, &path, &warnings);
+    printf("lint: %d error(s), %u warning(s)\n", errors, warnings);
+    if (errors != 0) {
+        fprintf(stderr, "%s: refused, the AP would not apply it as written\n", path);
+        free(text);
+        return 1;
+    }
+
+    apiCfgPlusResult* r = parseJsonCfgPlus(text, length, jsonCfgPlusParserCallback, 0, 0, 0);
+    free(text);
     if (r == NULL) {
         fprintf(stderr, "%s: not translated\n", path);
         return 1;
