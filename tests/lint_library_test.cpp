@@ -4,6 +4,7 @@
 // library's printed lines, which stay the same whether or not anyone listens to its events.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -138,15 +139,25 @@ TEST_F(LintLibrary, EachPlantedMistakeIsAnErrorAtItsMember) {
          "refused"},
     };
     for (const Planted& c : cases) {
-        jcp::lint::Findings findings = jcp::lint::lintText(planted(c.from, c.to));
-        bool found = false;
+        std::string text = planted(c.from, c.to);
+        jcp::lint::Findings findings = jcp::lint::lintText(text);
+        const jcp::lint::Problem* found = nullptr;
         for (const jcp::lint::Problem& p : findings.problems()) {
-            found = found || (p.severity == jcp::lint::Severity::Error && p.pointer == c.pointer &&
-                              p.message.find(c.message) != std::string::npos);
+            if (p.severity == jcp::lint::Severity::Error && p.pointer == c.pointer &&
+                p.message.find(c.message) != std::string::npos)
+                found = &p;
         }
-        EXPECT_TRUE(found) << c.what << ": expected an error at " << c.pointer << " saying "
-                           << c.message << ", got\n"
-                           << lines(findings);
+        EXPECT_TRUE(found != nullptr) << c.what << ": expected an error at " << c.pointer
+                                      << " saying " << c.message << ", got\n"
+                                      << lines(findings);
+        // A member the mistake itself writes is placed on the mistake's line.
+        std::string member =
+            "\"" + std::string(c.pointer).substr(std::string(c.pointer).rfind('/') + 1) + "\"";
+        size_t at = text.find(c.to);
+        if (found == nullptr || c.to.find(member) == std::string::npos || at == std::string::npos)
+            continue;
+        int line = 1 + static_cast<int>(std::count(text.begin(), text.begin() + at, '\n'));
+        EXPECT_EQ(found->line, line) << c.what;
     }
 }
 
