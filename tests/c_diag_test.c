@@ -113,6 +113,21 @@ int main(void) {
         }
     }
 
+    /* A converter's failure carries no prefix, yet reaches the handler as an error. */
+    static const char kBadRule[] =
+        "{\"device\":{\"name\":\"ap\",\"interface\":[{\"name\":\"radio1\",\"type\":"
+        "\"radio\",\"wlanbssmap\":[{\"bss\":1,\"wlan\":\"w\"}]}]},"
+        "\"wlan\":[{\"name\":\"w\",\"cen_ssid_id\":1,\"ip_in_acl\":\"a\"}],"
+        "\"ip_acl\":[{\"name\":\"a\",\"ip_rules\":[{\"precedence\":1,\"allow\":\"deny\","
+        "\"dip\":\"10.0.0.0/33\"}]}]}";
+    receivedLength = 0;
+    lineCount = 0;
+    setJsonCfgPlusDiagHandler(collect, &receivedLength);
+    EXPECT(parseJsonCfgPlus(kBadRule, sizeof kBadRule - 1, jsonCfgPlusParserCallback, 0, 0, 0) ==
+           NULL);
+    setJsonCfgPlusDiagHandler(NULL, NULL);
+    EXPECT(level_of("IP address in the IP ACL is not valid: 10.0.0.0/33") == JCP_DIAG_ERROR);
+
     /* Without the handler again, the same text reaches the same streams. */
     char* restoredOut;
     char* restoredErr;

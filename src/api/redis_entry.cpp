@@ -62,7 +62,7 @@ int storeDocument(const char* pointer, unsigned int length, const char* payload,
 
     redisClient client(host, port, entryConnectTimeout());
     if (!client.connected()) {
-        jcp::diag("Redis Connection error.");
+        jcp::failure("Redis Connection error.");
         return -1;
     }
     if (client.setString(key, value) == 0)
@@ -78,7 +78,7 @@ int readKey(const char* host, int port, const char* key) {
     redisClient client(hostText, port, entryConnectTimeout());
     jcp::diag("Connecting  Redis-server: ", hostText, ":", port, ", retrieving key: ", keyText);
     if (!client.connected()) {
-        jcp::diag("Redis Connection error.");
+        jcp::failure("Redis Connection error.");
         return -1;
     }
     std::string value;

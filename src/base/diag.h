@@ -65,6 +65,13 @@ void diag(const Parts&... parts) {
     writeLine(joinParts(parts...));
 }
 
+// A line that says the document fails, at error level whatever its text: the converters'
+// "... is not valid" lines and the Redis connection's carry no prefix that says so.
+template <typename... Parts>
+void failure(const Parts&... parts) {
+    writeLine(DiagLevel::error, joinParts(parts...));
+}
+
 // A progress line of the build or a converter, printed only on the document's trace flag.
 template <typename... Parts>
 void progress(const Parts&... parts) {

@@ -53,7 +53,7 @@ int readPrecedence(const RuleFields& fields, FILTER_RULE_ENTRY& rule) {
     if (precedence == nullptr) return 0;
     int value = 0;
     if (!integerIn(*precedence, 0, INT32_MAX, value)) {
-        diag("Precedence in the ACL rule is not valid: ", elementText(*precedence));
+        failure("Precedence in the ACL rule is not valid: ", elementText(*precedence));
         return -1;
     }
     rule.precedence = static_cast<uint32_t>(value);
@@ -68,7 +68,7 @@ int readAction(const RuleFields& fields, apiCfgPlusFilterRule& rule, bool redire
         return 0;
     }
     if (allow->kind != CFG_STRING) {
-        diag("Action in the ACL rule is not valid: ", elementText(*allow),
+        failure("Action in the ACL rule is not valid: ", elementText(*allow),
              " in rule with precedence: ", rule.rule.precedence);
         return -1;
     }
@@ -192,7 +192,7 @@ int readAddress(const cfgPlusApiConverter& converter, const cfgElement& element,
             valid = false;  // "10.0.0.1/" names no prefix
         }
     }
-    if (!valid) jcp::diag("IP address in the IP ACL is not valid: ", jcp::elementText(element));
+    if (!valid) jcp::failure("IP address in the IP ACL is not valid: ", jcp::elementText(element));
     return valid ? 0 : -1;
 }
 
@@ -228,7 +228,7 @@ int readPorts(const RuleFields& fields, const char* lowName, const char* highNam
     for (const cfgElement* port : {low, high}) {
         int value = 0;
         if (port != nullptr && !jcp::integerIn(*port, 0, 65535, value)) {
-            jcp::diag("Port in the IP ACL is not valid: ", jcp::elementText(*port),
+            jcp::failure("Port in the IP ACL is not valid: ", jcp::elementText(*port),
                       " in rule with precedence: ", precedence);
             return -1;
         }
@@ -236,7 +236,7 @@ int readPorts(const RuleFields& fields, const char* lowName, const char* highNam
     range.low = low != nullptr ? low->intValue : 0;
     range.high = high != nullptr ? high->intValue : 0;
     if (low != nullptr && high != nullptr && range.low > range.high) {
-        jcp::diag("Port in the IP ACL is not valid: ", range.low, "-", range.high,
+        jcp::failure("Port in the IP ACL is not valid: ", range.low, "-", range.high,
                   " in rule with precedence: ", precedence);
         return -1;
     }
@@ -348,7 +348,7 @@ int cfgPlusApiConverter::jsonCfgPlusVnsIpAcl(cfgElement& rule, apiCfgPlusFilterD
     if (const cfgElement* protocol = field(fields, "protocol")) {
         int number = 0;
         if (!jcp::integerIn(*protocol, 0, 255, number)) {
-            jcp::diag("Protocol in the IP ACL is not valid: ", jcp::elementText(*protocol),
+            jcp::failure("Protocol in the IP ACL is not valid: ", jcp::elementText(*protocol),
                       " in rule with precedence: ", record.precedence);
             return -1;
         }
@@ -374,7 +374,7 @@ int cfgPlusApiConverter::jsonCfgPlusVnsIpAcl(cfgElement& rule, apiCfgPlusFilterD
 
     if (const cfgElement* dnsName = field(fields, "dns_name")) {
         if (dnsName->kind != CFG_STRING) {
-            jcp::diag("DNS name in the IP ACL is not valid: ", jcp::elementText(*dnsName));
+            jcp::failure("DNS name in the IP ACL is not valid: ", jcp::elementText(*dnsName));
             return -1;
         }
         // A host name matches both ways: its address as destination going in, as source coming

@@ -63,12 +63,12 @@ int httpPorts(const cfgPlusApiConverter& converter, ElementList& list, std::list
     } else if (source->kind == CFG_INT) {
         ports = {source->intValue};
     } else {
-        jcp::diag("HTTP port of the captive portal is not valid: ", jcp::elementText(*source));
+        jcp::failure("HTTP port of the captive portal is not valid: ", jcp::elementText(*source));
         return -1;
     }
     for (int port : ports) {
         if (port < 0 || port > 65535) {
-            jcp::diag("HTTP port of the captive portal is not valid: ", port);
+            jcp::failure("HTTP port of the captive portal is not valid: ", port);
             return -1;
         }
     }

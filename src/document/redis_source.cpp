@@ -26,7 +26,7 @@ int buildFromRedis(jsonCfgPlus& document) {
         connectTimeout.tv_sec = 2;
         redisClient client(host, port, connectTimeout);
         if (!client.connected()) {
-            diag("Redis Connection error.");
+            failure("Redis Connection error.");
             return -1;
         }
         if (client.getString(document.m_redis_key, text) != 0) {
