@@ -15,7 +15,7 @@ using jcp::RuleFields;
 
 int invalidCos(const cfgElement& element, uint32_t precedence) {
     jcp::failure("Class of service in the rule is not valid: ", element.name, ": ",
-              jcp::elementText(element), " in rule with precedence: ", precedence);
+                 jcp::elementText(element), " in rule with precedence: ", precedence);
     return -1;
 }
 
@@ -53,7 +53,8 @@ int cfgPlusApiConverter::jsonCfgPlusVnsAclTosMatch(const ElementList& fields,
                  (tosMask == nullptr || jcp::integerIn(*tosMask, 0, 255, mask));
     // Priority and ToS mask share one byte of the record, so a rule matches on one of them.
     if (!valid || (dot1p != nullptr && tos != nullptr)) {
-        jcp::failure("ToS match in the rule is not valid: in rule with precedence: ", rule.precedence);
+        jcp::failure("ToS match in the rule is not valid: in rule with precedence: ",
+                     rule.precedence);
         return -1;
     }
     if (dot1p != nullptr) {
@@ -122,13 +123,13 @@ int cfgPlusApiConverter::jsonCfgPlusVnsAppPolicy(cfgElement& rule, apiCfgPlusFil
     for (const cfgElement* name : {app, category}) {
         if (name != nullptr && (name->kind != CFG_STRING || name->strValue.empty())) {
             jcp::failure("Application in the policy rule is not valid: ", jcp::elementText(*name),
-                      " in rule with precedence: ", record.precedence);
+                         " in rule with precedence: ", record.precedence);
             return -1;
         }
     }
     if (app == nullptr && category == nullptr) {
         jcp::failure("Application in the policy rule is not valid: no canned_app or app_category",
-                  " in rule with precedence: ", record.precedence);
+                     " in rule with precedence: ", record.precedence);
         return -1;
     }
     cfgPlusSignatureMaps& maps = cfgPlusSignatureMaps::m_inst;
@@ -160,7 +161,7 @@ int cfgPlusApiConverter::jsonCfgPlusVnsDnsWhiteListToIpAcl(cfgElement& entry,
     const cfgElement* host = field(entry.elements, "host");
     if (host == nullptr || host->kind != CFG_STRING || host->strValue.empty()) {
         jcp::failure("DNS white-list entry of the captive portal is not valid: ",
-                  host != nullptr ? jcp::elementText(*host) : std::string("no host"));
+                     host != nullptr ? jcp::elementText(*host) : std::string("no host"));
         return -1;
     }
     // Precedence 0, the empty record's: what the portal lets through before login comes first.

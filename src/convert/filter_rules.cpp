@@ -69,7 +69,7 @@ int readAction(const RuleFields& fields, apiCfgPlusFilterRule& rule, bool redire
     }
     if (allow->kind != CFG_STRING) {
         failure("Action in the ACL rule is not valid: ", elementText(*allow),
-             " in rule with precedence: ", rule.rule.precedence);
+                " in rule with precedence: ", rule.rule.precedence);
         return -1;
     }
     const std::string& action = allow->strValue;
@@ -229,7 +229,7 @@ int readPorts(const RuleFields& fields, const char* lowName, const char* highNam
         int value = 0;
         if (port != nullptr && !jcp::integerIn(*port, 0, 65535, value)) {
             jcp::failure("Port in the IP ACL is not valid: ", jcp::elementText(*port),
-                      " in rule with precedence: ", precedence);
+                         " in rule with precedence: ", precedence);
             return -1;
         }
     }
@@ -237,7 +237,7 @@ int readPorts(const RuleFields& fields, const char* lowName, const char* highNam
     range.high = high != nullptr ? high->intValue : 0;
     if (low != nullptr && high != nullptr && range.low > range.high) {
         jcp::failure("Port in the IP ACL is not valid: ", range.low, "-", range.high,
-                  " in rule with precedence: ", precedence);
+                     " in rule with precedence: ", precedence);
         return -1;
     }
     return 0;
@@ -349,7 +349,7 @@ int cfgPlusApiConverter::jsonCfgPlusVnsIpAcl(cfgElement& rule, apiCfgPlusFilterD
         int number = 0;
         if (!jcp::integerIn(*protocol, 0, 255, number)) {
             jcp::failure("Protocol in the IP ACL is not valid: ", jcp::elementText(*protocol),
-                      " in rule with precedence: ", record.precedence);
+                         " in rule with precedence: ", record.precedence);
             return -1;
         }
         record.r_protocol = static_cast<uint8_t>(number);
