@@ -195,7 +195,8 @@ typedef enum jsonCfgPlusDiagLevel {
     JCP_DIAG_INFO = 1,      /**< notes, reports and dumps ("[INFO]" and unmarked lines) */
     JCP_DIAG_MILESTONE = 2, /**< the library's milestones ("JSON-Q+: ...") */
     JCP_DIAG_WARNING = 3,   /**< something of the document was dropped or defaulted ("[WARN]") */
-    JCP_DIAG_ERROR = 4      /**< something failed ("[ERR]", "[ERROR]", json-c's "Error: ...") */
+    JCP_DIAG_ERROR = 4      /**< something failed ("[ERR]", "[ERROR]", json-c's "Error: ...", a
+                               converter's "... is not valid: ...") */
 } jsonCfgPlusDiagLevel;
 
 /** Receives one diagnostic.
