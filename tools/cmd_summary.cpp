@@ -3,7 +3,6 @@
 #include <cstdio>
 #include <cstring>
 #include <map>
-#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -11,9 +10,9 @@
 #include "api/jsoncfgplus.h"
 #include "args.h"
 #include "commands.h"
+#include "library_lines.h"
 #include "model/entry_items.h"
 #include "record_fields.h"
-#include "stdout_capture.h"
 
 namespace tool {
 
@@ -52,15 +51,6 @@ bool holdsService(const apiCfgPlusEntryArray& slot) {
 }
 
 // The library's lines that start with prefix, in order.
-std::vector<std::string> linesStartingWith(const std::string& text, const char* prefix) {
-    std::vector<std::string> found;
-    std::istringstream lines(text);
-    std::string line;
-    while (std::getline(lines, line))
-        if (line.rfind(prefix, 0) == 0) found.push_back(line);
-    return found;
-}
-
 // "label: head" and the items after it, joined by ", " and wrapped under the head.
 void addLine(std::string& out, const char* label, const std::string& head,
              const std::vector<std::string>& items = {}) {
@@ -165,10 +155,10 @@ int runSummary(int argc, char** argv) {
     useSignatureDir(args);
     useIconDir(args);
     // The library's own lines are counted, not shown: they would bury the summary.
-    StdoutCapture capture;
+    LibraryLines library;
     apiCfgPlusResult* result = parseJsonCfgPlus(text.data(), static_cast<unsigned int>(text.size()),
                                                 jsonCfgPlusParserCallback, 0, 0, 0);
-    size_t buildEnd = capture.mark();
+    const std::vector<LibraryLine> buildLines = library.take();
     std::string summary;
     if (result != nullptr) {
         try {
@@ -179,12 +169,14 @@ int runSummary(int argc, char** argv) {
         }
         freeJsonCfgPlus(result);
     }
-    std::string libraryOutput = capture.finish().substr(0, buildEnd);
     if (result == nullptr) {
-        std::fputs(libraryOutput.c_str(), stderr);
+        for (const LibraryLine& line : buildLines) std::fprintf(stderr, "%s\n", line.text.c_str());
         throw std::runtime_error("the document was not built (the reason is printed above)");
     }
-    std::vector<std::string> warnings = linesStartingWith(libraryOutput, "[WARN]");
+    std::vector<std::string> warnings;
+    for (const LibraryLine& line : buildLines) {
+        if (line.text.rfind("[WARN]", 0) == 0) warnings.push_back(line.text);
+    }
     addLine(summary, "warnings", std::to_string(warnings.size()));
     for (const std::string& warning : warnings) summary += "    " + warning + "\n";
     std::fputs(summary.c_str(), stdout);
