@@ -84,7 +84,7 @@ extern "C" jsonCfgPlusDebug* getJsonCfgPlusDebugCfg(void) {
     // A switch that is not a number changes no switch, as an unreadable file does; the record
     // itself is always handed back, since a daemon reads it without a check.
     const jsonCfgPlusDebug before = *settings.switches();
-    bool loaded = jcp::guardEntry("getJsonCfgPlusDebugCfg", false, [&settings] {
+    bool loaded = jcp::guardEntry("getJsonCfgPlusDebugCfg", false, [&] {
         settings.loadConfigurations();
         return true;
     });
