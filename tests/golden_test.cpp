@@ -93,6 +93,63 @@ TEST(Golden, ConvertersAtTheirLimits) {
     }
 }
 
+// The names of the files in a directory under tests/data, in order.
+std::set<std::string> filesIn(const std::string& dir) {
+    std::set<std::string> files;
+    for (const auto& file : std::filesystem::directory_iterator(dataPath(dir)))
+        files.insert(file.path().filename().string());
+    return files;
+}
+
+// Each small document of golden/<set>/ through the pipeline: what the parse prints, then each
+// entry named in `shown`, wherever the result holds it, as the daemon's dump renders it.
+void expectCases(const std::string& set, const std::set<std::string>& shown) {
+    std::string report;
+    for (const std::string& name : filesIn("golden/" + set)) {
+        std::string out;
+        apiCfgPlusResult* r = testsupport::parseText(
+            readFile(dataPath("golden/" + set + "/" + name)), jsonCfgPlusParserCallback, &out);
+        report += "== " + name + (r == nullptr ? " (no result)\n" : "\n") + out;
+        auto show = [&](apiCfgPlusEntryArray* arrays, int32_t count) {
+            for (int32_t a = 0; a < count; ++a) {
+                for (int32_t i = 0; i < arrays[a].count; ++i) {
+                    if (shown.count(arrays[a].entries[i].name) != 0)
+                        report += cfgElement::printApiCfgPlusEntry(arrays[a].entries[i], 0) + "\n";
+                }
+            }
+        };
+        if (r != nullptr) {
+            show(&r->global, 1);
+            show(r->radios, r->radioCount);
+            show(r->vnsList, r->vnsCount);
+            show(r->meshpoints, r->meshpointCount);
+        }
+        captureStdout([&] { freeJsonCfgPlus(r); });
+    }
+    expectGolden(set + ".txt", report);
+}
+
+// Sets of small documents: a filter rule of each form and each refusal with its message
+// (filter_rules); a present value of another kind than the converter reads, which reads as 0,
+// false, "" or an empty list, never as absent (value_kinds); Hotspot texts with a zero or
+// control byte, named so and shown escaped (hotspot_texts).
+TEST(Golden, SmallDocuments) {
+    const std::pair<const char*, std::set<std::string>> sets[] = {
+        {"filter_rules", {"cen_filter_rules"}},
+        {"value_kinds",
+         {"cen_ap_name", "rf_domain/sensor_server_addresses", "cen_antenna_group",
+          "cen_antenna_mode", "rf_domain/sensor_policy/scan_channels",
+          "wds/meshpoint_device/hysteresis_snr_min", "meshpoint_device/acs_path_min",
+          "meshpoint_device/acs_tolerance_period", "meshpoint_device/acs_channel_list",
+          "vlans/cen_wlan_vlan"}},
+        {"hotspot_texts", {"passpoint_policy/cen_venue_name_lang"}},
+    };
+    for (const auto& [set, shown] : sets) {
+        SCOPED_TRACE(set);
+        expectCases(set, shown);
+    }
+}
+
 // Each JSON shape as the walk turns it into an element: kind, [path string], rendering; a
 // repeated name replaces the first in place, within one array item only.
 TEST(Golden, WalkOfEveryJsonShape) {
