@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Default class of service and action, the resource table and external applications, byte by
-// byte.
+// The default action's VLAN word, the resource table and external applications, byte by byte;
+// the default class of service is golden (class_of_service).
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -16,45 +16,6 @@ using List = std::list<cfgElement>;
 
 cfgElement object(List children) {
     return cfgElement("", std::move(children));
-}
-
-std::vector<uint8_t> cosBytes(const List& children) {
-    ap_cos_entry cos = {0xAA, 0xAA, 0xAA, 0xAA, 0xAA};
-    cfgPlusApiConverter().jsonCfgPlusVnsDefaultCoS(object(children), cos);
-    const auto* at = reinterpret_cast<const uint8_t*>(&cos);
-    return std::vector<uint8_t>(at, at + sizeof cos);
-}
-
-TEST(ClassOfService, DefaultCosNibblesAndFlags) {
-    struct Row {
-        const char* name;
-        List children;
-        std::vector<uint8_t> bytes;
-    } rows[] = {
-        {"egress only", {cfgElement("egress_rate", 3)}, {0, 0, 0, 0, 0xF3}},
-        {"queue masked", {cfgElement("transmit_queue", 18)}, {0x08, 0, 0, 0x02, 0xFF}},
-        {"priority unmasked",
-         {cfgElement("mark_8021p", 0x15), cfgElement("transmit_queue", 1)},
-         {0x0A, 0, 0, 0x51, 0xFF}},
-        {"priority after the queue keeps it",
-         {cfgElement("transmit_queue", 1), cfgElement("mark_8021p", 0x15)},
-         {0x0A, 0, 0, 0x51, 0xFF}},
-        {"marking",
-         {cfgElement("cen_mark_tos", 184), cfgElement("cen_mark_tosmask", 252)},
-         {0x04, 184, 252, 0, 0xFF}},
-        {"enables by presence",
-         {cfgElement("ingress_enable", false), cfgElement("egress_enable", 0),
-          cfgElement("ingress_rate", 0x12)},
-         {0x30, 0, 0, 0, 0x2F}},
-        // Shifted as unsigned numbers: a negative priority and a rate past 28 bits are no
-        // undefined behaviour, and still only their low four bits reach the byte.
-        {"negative priority", {cfgElement("mark_8021p", -1)}, {0x02, 0, 0, 0xF0, 0xFF}},
-        {"ingress rate past 28 bits", {cfgElement("ingress_rate", 268435456)}, {0, 0, 0, 0, 0x0F}},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(cosBytes(row.children), row.bytes);
-    }
 }
 
 TEST(ClassOfService, DefaultActionVlanWord) {

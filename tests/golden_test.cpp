@@ -132,7 +132,8 @@ void expectCases(const std::string& set, const std::set<std::string>& shown) {
 // Sets of small documents: a filter rule of each form and each refusal with its message
 // (filter_rules); a present value of another kind than the converter reads, which reads as 0,
 // false, "" or an empty list, never as absent (value_kinds); Hotspot texts with a zero or
-// control byte, named so and shown escaped (hotspot_texts).
+// control byte, named so and shown escaped (hotspot_texts); the default class of service, its
+// nibbles and flags (class_of_service).
 TEST(Golden, SmallDocuments) {
     const std::pair<const char*, std::set<std::string>> sets[] = {
         {"filter_rules", {"cen_filter_rules"}},
@@ -143,6 +144,7 @@ TEST(Golden, SmallDocuments) {
           "meshpoint_device/acs_tolerance_period", "meshpoint_device/acs_channel_list",
           "vlans/cen_wlan_vlan"}},
         {"hotspot_texts", {"passpoint_policy/cen_venue_name_lang"}},
+        {"class_of_service", {"cen_default_cos"}},
     };
     for (const auto& [set, shown] : sets) {
         SCOPED_TRACE(set);

@@ -6,7 +6,7 @@
 
 #include <climits>
 #include <filesystem>
-#include <map>
+#include <set>
 
 #include "document/element_budget.h"
 #include "document/json_cfg_plus.h"
@@ -61,55 +61,34 @@ size_t count(const std::string& text, const std::string& what) {
 }
 
 TEST_F(NoNetwork, EveryStoredShapeEndsCleanly) {
-    const std::map<std::string, bool> expectedBuilt = {
-        {"bad/array_document.json", false},
-        {"bad/duplicate_names.json", true},
-        {"bad/empty.json", false},
-        {"bad/members_of_wrong_types.json", true},
-        {"bad/null_document.json", false},
-        {"bad/numbers_out_of_range.json", true},
-        {"bad/odd_strings.json", true},
-        {"bad/references_of_wrong_types.json", true},
-        {"bad/scalar_document.json", false},
-        {"bad/scalar_objects.json", true},
-        {"bad/string_document.json", false},
-        {"bad/trailing_garbage.json", true},
-        {"bad/truncated.json", false},
-        {"hostile/cos_ingress_rate_past_int.json", true},
-        {"hostile/cos_priority_negative.json", true},
-        {"hostile/depth_at_limit.json", true},
-        {"hostile/depth_past_limit.json", false},
-        {"hostile/ether_type_beyond_int.json", false},
-        {"hostile/ether_type_empty.json", false},
-        {"hostile/http_ports_not_numbers.json", false},
-        {"hostile/many_endpoints_and_arp_entries.json", true},
-        {"hostile/mesh_acs_channel_not_a_number.json", false},
-        {"hostile/nul_escapes_and_invalid_utf8.json", true},
-        {"hostile/number_limits.json", true},
-        {"hostile/overlong_interface_names.json", true},
-        {"hostile/pointer_to_remote_redis.json", false},
-        {"hostile/references_as_array.json", true},
-        {"hostile/references_as_empty_string.json", true},
-        {"hostile/references_as_null.json", true},
-        {"hostile/references_as_number.json", true},
-        {"hostile/references_as_object.json", true},
-        {"hostile/truncated_in_escape.json", false},
-        {"hostile/truncated_in_number.json", false},
-        {"hostile/truncated_in_string.json", false},
-        {"hostile/unclosed_everything.json", false}};
+    // The documents that give no result; every other one builds.
+    const std::set<std::string> refused = {"bad/array_document.json",
+                                           "bad/empty.json",
+                                           "bad/null_document.json",
+                                           "bad/scalar_document.json",
+                                           "bad/string_document.json",
+                                           "bad/truncated.json",
+                                           "hostile/depth_past_limit.json",
+                                           "hostile/ether_type_beyond_int.json",
+                                           "hostile/ether_type_empty.json",
+                                           "hostile/http_ports_not_numbers.json",
+                                           "hostile/mesh_acs_channel_not_a_number.json",
+                                           "hostile/pointer_to_remote_redis.json",
+                                           "hostile/truncated_in_escape.json",
+                                           "hostile/truncated_in_number.json",
+                                           "hostile/truncated_in_string.json",
+                                           "hostile/unclosed_everything.json"};
     size_t seen = 0;
     for (const char* dir : {"bad", "hostile"}) {
         for (const auto& file : std::filesystem::directory_iterator(testsupport::dataPath(dir))) {
             std::string name = dir + ("/" + file.path().filename().string());
             SCOPED_TRACE(name);
-            auto expected = expectedBuilt.find(name);
-            ASSERT_NE(expected, expectedBuilt.end()) << "add the new file to this table";
             Outcome o = parseConvertDumpFree(testsupport::readFile(file.path().string()));
-            EXPECT_EQ(o.built, expected->second) << o.out.substr(0, 2000);
+            EXPECT_EQ(o.built, refused.count(name) == 0) << o.out.substr(0, 2000);
             ++seen;
         }
     }
-    EXPECT_EQ(seen, expectedBuilt.size());
+    EXPECT_EQ(seen, 35u);
     // Only the pointer document names a server, and the connector refused it.
     EXPECT_EQ(g_connectHosts, std::vector<std::string>{"192.0.2.77"});
 }
