@@ -13,13 +13,6 @@
 
 namespace {
 
-size_t errLines(const std::string& out) {
-    size_t n = out.rfind("[ERR]", 0) == 0 ? 1 : 0;
-    for (size_t at = out.find("\n[ERR]"); at != std::string::npos; at = out.find("\n[ERR]", at + 1))
-        ++n;
-    return n;
-}
-
 std::string httpPortsDocument(const std::string& ports) {
     return R"({"device": {"name": "ap", "interface": [{"name": "radio1", "type": "radio",
         "wlanbssmap": [{"bss": 1, "wlan": "w"}]}]},
@@ -55,7 +48,7 @@ TEST(EntryGuard, ParseRefusesTheValueInOneReadableLine) {
         SCOPED_TRACE(row.name);
         std::string out;
         EXPECT_EQ(testsupport::parseText(row.text, row.callback, &out), nullptr);
-        EXPECT_EQ(errLines(out), 1u) << out;
+        EXPECT_EQ(testsupport::occurrences(out, "[ERR]"), 1u) << out;
         EXPECT_NE(out.find(row.line), std::string::npos) << out;
     }
 }
@@ -79,7 +72,7 @@ TEST(EntryGuard, PipelineOnACallersDocumentFailsAndKeepsTheTable) {
         EXPECT_EQ(doc.buildConfig(bad.data(), static_cast<unsigned int>(bad.size())), -1);
     });
     EXPECT_NE(doc.m_all.findCfgObject("captive_portal"), nullptr);
-    EXPECT_EQ(errLines(out), 1u) << out;
+    EXPECT_EQ(testsupport::occurrences(out, "[ERR]"), 1u) << out;
 }
 
 TEST(EntryGuard, DebugSwitchThatIsNotANumberChangesNoSwitch) {
@@ -97,7 +90,7 @@ TEST(EntryGuard, DebugSwitchThatIsNotANumberChangesNoSwitch) {
         testsupport::captureStdout([&] { EXPECT_EQ(getJsonCfgPlusDebugCfg(), switches); });
     EXPECT_EQ(switches->cap, 2);
     EXPECT_EQ(switches->tproxy, 0);
-    EXPECT_EQ(errLines(out), 1u) << out;
+    EXPECT_EQ(testsupport::occurrences(out, "[ERR]"), 1u) << out;
     EXPECT_NE(out.find("[ERR] getJsonCfgPlusDebugCfg: not a decimal number: \"on\"\n"),
               std::string::npos)
         << out;

@@ -139,10 +139,9 @@ TEST_F(FilterRules, ListsMergeByPrecedenceAndJoinInTheirOrder) {
 }
 
 TEST_F(FilterRules, PastTheLimitTheRestIsDroppedWithAWarning) {
-    std::string many;
-    for (int i = 0; i < 300; ++i)
-        many += (i ? "," : "") + std::string("{\"precedence\": ") + std::to_string(i) + "}";
-    auto r = rules(acl("ip", true, many));
+    auto r = rules(acl("ip", true, testsupport::joined(300, [](size_t i) {
+                           return "{\"precedence\": " + std::to_string(i) + "}";
+                       })));
     ASSERT_EQ(r.size(), 256u);
     EXPECT_EQ(r.back().rule.precedence, 255u);
     EXPECT_NE(

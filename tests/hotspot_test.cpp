@@ -107,9 +107,7 @@ TEST(Hotspot, RecordsHoldTheDocumentValuesInTheirLayout) {
 }
 
 std::string many(int n, const std::string& item) {
-    std::string out;
-    for (int i = 0; i < n; ++i) out += (i > 0 ? "," : "") + item;
-    return out;
+    return testsupport::joined(size_t(n), [&](size_t) { return item; });
 }
 
 TEST(Hotspot, NamesAreCutOnACharacterBoundaryAndRowsAtTheRecordsBound) {
@@ -364,10 +362,7 @@ TEST(Hotspot, IconBytesOfOneConversionAreBounded) {
     const std::string dropped =
         "icon file \"big.png\" would take the icons of this configuration past 8388608 bytes, "
         "icon dropped\n";
-    size_t warnings = 0;
-    for (size_t at = out.find(dropped); at != std::string::npos; at = out.find(dropped, at + 1))
-        ++warnings;
-    EXPECT_EQ(warnings, 32u) << out;
+    EXPECT_EQ(testsupport::occurrences(out, dropped), 32u) << out;
     EXPECT_EQ(out.rfind("[WARN] passpoint_policy/osu_provider[0] icon[0]: " + dropped, 0), 0u);
     ASSERT_EQ(doc.m_radios.at(0).wlans.size(), 5u);
     uint64_t total = 0;
