@@ -15,6 +15,7 @@
 
 #include "api/jsoncfgplus.h"
 #include "document/json_cfg_plus.h"
+#include "signature/signature_maps.h"
 #include "test_support.h"
 
 namespace {
@@ -22,6 +23,16 @@ namespace {
 using testsupport::captureStdout;
 using testsupport::dataPath;
 using testsupport::readFile;
+
+// The example's signature files stand in for the AP's, so no output depends on the machine.
+class ExampleSignatures : public testing::Environment {
+    void SetUp() override {
+        const std::string dir = JCP_EXAMPLES_DIR "/signatures/";
+        cfgPlusSignatureMaps::m_inst.setPaths(dir + "appid.xml", dir + "displaynames.xml",
+                                              dir + "none.xml", dir + "none.xml");
+    }
+};
+testing::Environment* const kSignatures = testing::AddGlobalTestEnvironment(new ExampleSignatures);
 
 // Compares text with golden/name, or rewrites the file when JCP_UPDATE_GOLDEN is set; on a
 // mismatch the failure shows the unified diff, golden first.
@@ -129,11 +140,11 @@ void expectCases(const std::string& set, const std::set<std::string>& shown) {
     expectGolden(set + ".txt", report);
 }
 
-// Sets of small documents: a filter rule of each form and each refusal with its message
-// (filter_rules); a present value of another kind than the converter reads, which reads as 0,
-// false, "" or an empty list, never as absent (value_kinds); Hotspot texts with a zero or
-// control byte, named so and shown escaped (hotspot_texts); the default class of service, its
-// nibbles and flags (class_of_service).
+// Sets of small documents: a filter rule of each form, each refusal with its message, and the
+// lists of a WLAN merged by precedence and joined in their order (filter_rules); a present value of
+// another kind than the converter reads, which reads as 0, false, "" or an empty list, never as
+// absent (value_kinds); Hotspot texts with a zero or control byte, named so and shown escaped
+// (hotspot_texts); the default class of service, its nibbles and flags (class_of_service).
 TEST(Golden, SmallDocuments) {
     const std::pair<const char*, std::set<std::string>> sets[] = {
         {"filter_rules", {"cen_filter_rules"}},
