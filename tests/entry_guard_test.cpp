@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // No exception crosses a C entry but allocation failure: a value the decimal conversion
-// refuses ends the entry with its failure value and one "[ERR]" line naming the value.
+// refuses ends the entry with its failure value and one "[ERR]" line naming the value (the
+// value's escaping and cut are golden: filter_rules/refused_http_port_*).
 #include <gtest/gtest.h>
 
 #include <new>
@@ -29,28 +30,13 @@ int throwsBadAlloc(jsonCfgPlus*) {
     throw std::bad_alloc();
 }
 
-TEST(EntryGuard, ParseRefusesTheValueInOneReadableLine) {
-    const struct {
-        const char* name;
-        std::string text;
-        jsonCfgPlusCallback callback;
-        std::string line;
-    } rows[] = {
-        {"control byte escaped", httpPortsDocument("80,\\u0001x\\\""), jsonCfgPlusParserCallback,
-         "[ERR] jsonCfgPlusParserCallback: not a decimal number: \"\\x01x\\\"\"\n"},
-        {"long value cut", httpPortsDocument(std::string(100, 'y')), jsonCfgPlusParserCallback,
-         "[ERR] jsonCfgPlusParserCallback: not a decimal number: \"" + std::string(64, 'y') +
-             "\"...\n"},
-        {"conversion that names nothing", R"({"device": {}})", throwsBareStoi,
-         "[ERR] parseJsonCfgPlus: a number does not convert (stoi)\n"},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        std::string out;
-        EXPECT_EQ(testsupport::parseText(row.text, row.callback, &out), nullptr);
-        EXPECT_EQ(testsupport::occurrences(out, "[ERR]"), 1u) << out;
-        EXPECT_NE(out.find(row.line), std::string::npos) << out;
-    }
+TEST(EntryGuard, AConversionThatNamesNothingIsStillOneReadableLine) {
+    std::string out;
+    EXPECT_EQ(testsupport::parseText(R"({"device": {}})", throwsBareStoi, &out), nullptr);
+    EXPECT_EQ(testsupport::occurrences(out, "[ERR]"), 1u) << out;
+    EXPECT_NE(out.find("[ERR] parseJsonCfgPlus: a number does not convert (stoi)\n"),
+              std::string::npos)
+        << out;
 }
 
 TEST(EntryGuard, AllocationFailureStillPropagates) {

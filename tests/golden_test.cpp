@@ -141,13 +141,14 @@ void expectCases(const std::string& set, const std::set<std::string>& shown) {
 }
 
 // Sets of small documents: a filter rule of each form, each refusal with its message, and the
-// lists of a WLAN merged by precedence and joined in their order (filter_rules); a present value of
+// lists of a WLAN merged by precedence and joined in their order, the external applications
+// the rules name (filter_rules); a present value of
 // another kind than the converter reads, which reads as 0, false, "" or an empty list, never as
 // absent (value_kinds); Hotspot texts with a zero or control byte, named so and shown escaped
 // (hotspot_texts); the default class of service, its nibbles and flags (class_of_service).
 TEST(Golden, SmallDocuments) {
     const std::pair<const char*, std::set<std::string>> sets[] = {
-        {"filter_rules", {"cen_filter_rules"}},
+        {"filter_rules", {"cen_filter_rules", "cen_ext_applications"}},
         {"value_kinds",
          {"cen_ap_name", "rf_domain/sensor_server_addresses", "cen_antenna_group",
           "cen_antenna_mode", "rf_domain/sensor_policy/scan_channels",
