@@ -157,6 +157,7 @@ TEST(Golden, SmallDocuments) {
           "vlans/cen_wlan_vlan"}},
         {"hotspot_texts", {"passpoint_policy/cen_venue_name_lang"}},
         {"class_of_service", {"cen_default_cos"}},
+        {"topologies", {"cen_topologies"}},
     };
     for (const auto& [set, shown] : sets) {
         SCOPED_TRACE(set);
