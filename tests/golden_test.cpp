@@ -140,12 +140,14 @@ void expectCases(const std::string& set, const std::set<std::string>& shown) {
     expectGolden(set + ".txt", report);
 }
 
-// Sets of small documents: a filter rule of each form, each refusal with its message, and the
-// lists of a WLAN merged by precedence and joined in their order, the external applications
-// the rules name (filter_rules); a present value of
-// another kind than the converter reads, which reads as 0, false, "" or an empty list, never as
-// absent (value_kinds); Hotspot texts with a zero or control byte, named so and shown escaped
-// (hotspot_texts); the default class of service, its nibbles and flags (class_of_service).
+// Sets of small documents, each giving what the parse prints and the entries it names:
+// - filter_rules: a rule of each form, each refusal with its message, a WLAN's lists merged by
+//   precedence and joined in their order, and the external applications rules name;
+// - value_kinds: a present value of another kind than the converter reads reads as 0, false,
+//   "" or an empty list, never as absent;
+// - hotspot_texts: texts with a zero or control byte, named so and shown escaped;
+// - class_of_service: the default class of service, its nibbles and flags;
+// - topologies: fields of another kind, and a present list that holds no topology.
 TEST(Golden, SmallDocuments) {
     const std::pair<const char*, std::set<std::string>> sets[] = {
         {"filter_rules", {"cen_filter_rules", "cen_ext_applications"}},
