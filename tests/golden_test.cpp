@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Whole-document behaviour as golden text under tests/data/golden, each an input document and
 // its expected output: the example and purpose-made documents through every converter, the
-// element lists a build leaves, the walk of every JSON shape, the rendering of every entry
-// kind, and the tool's lint and diff reports.
+// element lists a build leaves, sets of small documents each pinning one behaviour, the walk of
+// every JSON shape, the rendering of every entry kind, and the tool's lint and diff reports.
 // Regenerate after an intended change with: JCP_UPDATE_GOLDEN=1 ctest --test-dir build -R golden
 // and read the diff before committing it.
 #include <gtest/gtest.h>
