@@ -49,40 +49,31 @@ static int ipv4_octets_are(const uint32_t* field, int a, int b, int c, int d) {
     return o[0] == a && o[1] == b && o[2] == c && o[3] == d;
 }
 
+/* The values are the golden dump's business (ap-config.dump.txt); here one record of each kind,
+ * as a C caller of the shared library reads it through the installed headers. */
 static void check_global(const apiCfgPlusEntryArray* global) {
     int n = 0;
     const TOPOLOGY_ENTRY* t = records(global, "cen_topologies", sizeof *t, &n);
     EXPECT(n == 3);
     if (n == 3) {
-        EXPECT(strcmp(t[1].name, "vlan20") == 0 && t[1].type == 7 && t[1].vlan == 20);
-        EXPECT(t[1].internal_key == 20 && t[1].proxy_arp == 1);
         EXPECT(strcmp(t[2].name, "tunnel-hq") == 0 && t[2].type == 9);
-        EXPECT(t[2].remote_endpoint_count == 2 && t[2].multicast_acl_count == 0);
+        EXPECT(t[2].remote_endpoint_count == 2);
         EXPECT(t[2].remote_endpoint[0].addr == 0xC000020Au); /* 192.0.2.10, host order */
-        EXPECT(t[2].remote_endpoint[0].secure == 1);
         EXPECT(strcmp(t[2].remote_endpoint[0].ikev2_psk, "hq-tunnel-secret") == 0);
     }
     const EXT_APP_CONFIG* app = records(global, "cen_ext_applications", sizeof *app, &n);
     EXPECT(n == 4);
-    if (n == 4) {
-        EXPECT(strcmp(app[1].dispName, "Intranet") == 0);
-        EXPECT(strcmp(app[1].matchStr, "intranet.example.net") == 0);
-        EXPECT(app[1].dispId == 5501 && app[1].appId == 902 && app[1].groupId == 40);
-    }
+    if (n == 4)
+        EXPECT(strcmp(app[1].matchStr, "intranet.example.net") == 0 && app[1].groupId == 40);
     const ARP_GUARD_ACL* arp = records(global, "cen_arp_guard_acl", sizeof *arp, &n);
     EXPECT(n == 1);
-    if (n == 1) {
-        EXPECT(arp->count == 2);
-        EXPECT(ipv4_octets_are(&arp->addr[1], 10, 20, 0, 2)); /* network byte order */
-        EXPECT(arp->addr[2] == 0);
-    }
+    if (n == 1) EXPECT(arp->count == 2 && ipv4_octets_are(&arp->addr[1], 10, 20, 0, 2));
 }
 
 /* The "corp" WLAN: radio1, BSS 1. */
 static void check_filters(const apiCfgPlusEntryArray* corp) {
     int n = 0;
     const apiCfgPlusFilterRule* rule = records(corp, "cen_filter_rules", sizeof *rule, &n);
-    /* Five MAC, five IPv4 and two IPv6 rules come first; the application rules follow. */
     EXPECT(n >= 12);
     if (n >= 12) {
         /* First MAC rule: deny from 00-de-ad-be-ef-00. */
@@ -90,27 +81,13 @@ static void check_filters(const apiCfgPlusEntryArray* corp) {
         EXPECT(rule[0].rule.precedence == 10 && memcmp(rule[0].rule.r_mac, mac, 6) == 0);
         EXPECT(rule[0].rule.r_filter_flags == (kFilterInDir | kFilterSourceIpIn));
         EXPECT(rule[0].rule.r_action_flags == (kActionAccessCtrl | kActionDeny));
-        /* The inbound redirect rule to 10.99.0.10, TCP port 80. */
-        const apiCfgPlusFilterRule* redirect = NULL;
-        for (int i = 0; i < n; ++i)
-            if (rule[i].rule.precedence == 40) redirect = &rule[i];
-        EXPECT(redirect != NULL);
-        if (redirect != NULL) {
-            EXPECT(redirect->r_ext_action_flags == kExtActionRedirection);
-            EXPECT(ipv4_octets_are(&redirect->rule.r_ipaddr, 10, 99, 0, 10));
-            EXPECT(redirect->rule.r_protocol == 6 && redirect->rule.r_port_min == 80);
-            EXPECT(redirect->rule.r_eth_type == 0x0800 && redirect->rule.r_ipmasklen == 32);
-        }
     }
     const ap_cos_entry* cos = records(corp, "cen_default_cos", sizeof *cos, &n);
     EXPECT(n == 1);
-    if (n == 1) {
-        EXPECT(cos->r_flags == (kCosUp | kCosTxq | kCosIrl));
-        EXPECT(cos->r_prio_txq == 0x31 && cos->r_rates == 0x0F);
-    }
+    if (n == 1) EXPECT(cos->r_flags == (kCosUp | kCosTxq | kCosIrl) && cos->r_prio_txq == 0x31);
     const uint32_t* table = records(corp, "cen_resource_table", 2 * sizeof(uint32_t), &n);
     EXPECT(n == 9);
-    if (n == 9) EXPECT(table[0] == 20000 && table[1] == 10000 && table[3] == 2000);
+    if (n == 9) EXPECT(table[0] == 20000 && table[1] == 10000);
 }
 
 /* The "guest" WLAN: radio1, BSS 2, with the Hotspot 2.0 policy. */
@@ -122,20 +99,13 @@ static void check_hotspot(const apiCfgPlusEntryArray* guest) {
     const NAI_REALM* realm = records(guest, "passpoint_policy/cen_nai_realm", sizeof *realm, &n);
     EXPECT(n == 2);
     if (n == 2) {
-        EXPECT(strcmp(realm[0].realm_name, "example.com") == 0 && realm[0].eap_count == 3);
         const EAP_METHOD* m = &realm[0].eap_method[0];
-        EXPECT(m->index == 1 && m->method == 21 && m->auth_type == 2 && m->auth_val == 4);
-        EXPECT(realm[1].eap_method[0].method == 50 && realm[1].eap_method[0].auth_type == 0);
+        EXPECT(realm[0].eap_count == 3 && m->method == 21 && m->auth_val == 4);
     }
     const NAME_LANG* venue =
         records(guest, "passpoint_policy/cen_venue_name_lang", sizeof *venue, &n);
     EXPECT(n == 2);
-    if (n == 2)
-        EXPECT(strcmp(venue[1].code, "deu") == 0 &&
-               strcmp(venue[1].name, "Foyer des Beispielhotels") == 0);
-    const NAME_LANG* op = records(guest, "passpoint_policy/cen_operator_name_lang", sizeof *op, &n);
-    EXPECT(n == 2);
-    if (n == 2) EXPECT(strcmp(op[0].name, "Example Wireless") == 0);
+    if (n == 2) EXPECT(strcmp(venue[1].name, "Foyer des Beispielhotels") == 0);
     const CONN_CAP* cc = records(guest, "passpoint_policy/cen_cc_variable", sizeof *cc, &n);
     EXPECT(n == 3);
     if (n == 3) EXPECT(cc[1].protocol == 17 && cc[1].port == 500 && cc[1].status == 1);
@@ -147,16 +117,11 @@ static void check_hotspot(const apiCfgPlusEntryArray* guest) {
     if (n != 1) return;
     const OSU_SP_LIST* head = (const OSU_SP_LIST*)osu;
     const OSU_SP* sp = (const OSU_SP*)(osu + sizeof *head);
-    EXPECT(head->count == 1 && head->icon_bytes == 92 + 159);
-    EXPECT(sp->name_count == 2 && sp->description_count == 1 && sp->icon_count == 2);
-    EXPECT(strcmp(sp->name_lang[1].name, "Beispiel-Anmeldung") == 0);
-    EXPECT(sp->osu_method_count == 2 && sp->osu_method_list[0] == 1 && sp->osu_method_list[1] == 0);
-    EXPECT(strcmp(sp->osu_server_uri, "https://osu.example.com/signup/") == 0);
+    EXPECT(head->count == 1 && head->icon_bytes == 92 + 159 && sp->icon_count == 2);
     const jsonHS2Icon* icon = &sp->icons[1];
-    EXPECT(icon->width == 32 && strcmp(icon->code, "zxx") == 0);
     EXPECT(strcmp(icon->icon_name, "example-logo.png") == 0 && icon->icon_data_len == 159);
     EXPECT(icon->icon_data == sizeof *head + sizeof *sp + 92);
-    EXPECT(icon->icon_data + 4 <= osuBytes && memcmp(osu + icon->icon_data, "\x89PNG", 4) == 0);
+    EXPECT(memcmp(osu + icon->icon_data, "\x89PNG", 4) == 0);
 }
 
 int main(void) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Default class of service and action, the resource table and external applications, byte by
-// byte.
+// The default action's VLAN word and the resource table; the default class of service and the
+// external applications are golden (class_of_service, filter_rules).
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -16,45 +16,6 @@ using List = std::list<cfgElement>;
 
 cfgElement object(List children) {
     return cfgElement("", std::move(children));
-}
-
-std::vector<uint8_t> cosBytes(const List& children) {
-    ap_cos_entry cos = {0xAA, 0xAA, 0xAA, 0xAA, 0xAA};
-    cfgPlusApiConverter().jsonCfgPlusVnsDefaultCoS(object(children), cos);
-    const auto* at = reinterpret_cast<const uint8_t*>(&cos);
-    return std::vector<uint8_t>(at, at + sizeof cos);
-}
-
-TEST(ClassOfService, DefaultCosNibblesAndFlags) {
-    struct Row {
-        const char* name;
-        List children;
-        std::vector<uint8_t> bytes;
-    } rows[] = {
-        {"egress only", {cfgElement("egress_rate", 3)}, {0, 0, 0, 0, 0xF3}},
-        {"queue masked", {cfgElement("transmit_queue", 18)}, {0x08, 0, 0, 0x02, 0xFF}},
-        {"priority unmasked",
-         {cfgElement("mark_8021p", 0x15), cfgElement("transmit_queue", 1)},
-         {0x0A, 0, 0, 0x51, 0xFF}},
-        {"priority after the queue keeps it",
-         {cfgElement("transmit_queue", 1), cfgElement("mark_8021p", 0x15)},
-         {0x0A, 0, 0, 0x51, 0xFF}},
-        {"marking",
-         {cfgElement("cen_mark_tos", 184), cfgElement("cen_mark_tosmask", 252)},
-         {0x04, 184, 252, 0, 0xFF}},
-        {"enables by presence",
-         {cfgElement("ingress_enable", false), cfgElement("egress_enable", 0),
-          cfgElement("ingress_rate", 0x12)},
-         {0x30, 0, 0, 0, 0x2F}},
-        // Shifted as unsigned numbers: a negative priority and a rate past 28 bits are no
-        // undefined behaviour, and still only their low four bits reach the byte.
-        {"negative priority", {cfgElement("mark_8021p", -1)}, {0x02, 0, 0, 0xF0, 0xFF}},
-        {"ingress rate past 28 bits", {cfgElement("ingress_rate", 268435456)}, {0, 0, 0, 0, 0x0F}},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(cosBytes(row.children), row.bytes);
-    }
 }
 
 TEST(ClassOfService, DefaultActionVlanWord) {
@@ -96,42 +57,6 @@ TEST(ClassOfService, ResourceTableKeepsNinePairs) {
     char* text = printApiCfgPlusResourceTable(&entry, 0);
     EXPECT_STREQ(text, "\"t\": [\n  {\"irl\": 100, \"orl\": 1},\n  {\"irl\": 200, \"orl\": 2}\n]");
     free(text);
-}
-
-TEST(ClassOfService, ExternalApplicationRecords) {
-    testsupport::TempDir dir;
-    cfgPlusSignatureMaps& maps = cfgPlusSignatureMaps::m_inst;
-    maps.clear();
-    maps.setPaths(dir.file("a.xml"), dir.file("d.xml"), dir.file("m.xml"), dir.file("n.xml"));
-    testsupport::writeFile(dir.file("a.xml"),
-                           R"(<Cockatrice><AppGroupID name="Chat" value="31"/></Cockatrice>)");
-    testsupport::writeFile(dir.file("d.xml"), "<DisplayNames/>");
-    const std::string p = "cen_ext_app_cfg_tbl/cen_ext_app_";
-    List objects = {
-        object({cfgElement(p + "disp_name", std::string(40, 'n')),
-                cfgElement(p + "match_str", std::string(70, 'm')), cfgElement(p + "disp_id", 5500),
-                cfgElement(p + "id", -2), cfgElement(p + "group_name", "Chat")}),
-        object({cfgElement(p + "group_id", 5), cfgElement(p + "group_name", "Chat")}),
-        object({cfgElement(p + "group_name", "Chat"), cfgElement(p + "group_id", 6)}),
-        object({cfgElement(p + "group_name", "Unknown")}),
-    };
-    std::vector<EXT_APP_CONFIG> apps;
-    testsupport::captureStdout([&] { cfgPlusApiConverter().jsonCfgPlusExtAppl(objects, apps); });
-    ASSERT_EQ(apps.size(), 4u);
-    const auto* b = reinterpret_cast<const uint8_t*>(&apps[0]);
-    EXPECT_EQ(std::string(reinterpret_cast<const char*>(b)), std::string(32, 'n'));
-    EXPECT_EQ(std::string(reinterpret_cast<const char*>(b + 33)), std::string(64, 'm'));
-    EXPECT_EQ(b[98] | b[99], 0);
-    EXPECT_EQ(b[100] | b[101] << 8, 5500);
-    EXPECT_EQ(b[104], 0xFE);
-    EXPECT_EQ(b[108], 31);
-    EXPECT_EQ(apps[1].groupId, 5u) << "an earlier id wins";
-    EXPECT_EQ(apps[2].groupId, 6u) << "a later id overwrites";
-    EXPECT_EQ(apps[3].groupId, 0u);
-    EXPECT_EQ(printApiCfgPlusFilterOneExtAppl(apps[3], 0),
-              "{\n  \"dispName\": \"\",\n  \"dispId\": 0,\n  \"matchStr\": \"\",\n"
-              "  \"appId\": 0,\n  \"groupId\": 0\n}");
-    maps.clear();
 }
 
 }  // namespace

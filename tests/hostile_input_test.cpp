@@ -6,7 +6,7 @@
 
 #include <climits>
 #include <filesystem>
-#include <map>
+#include <set>
 
 #include "document/element_budget.h"
 #include "document/json_cfg_plus.h"
@@ -54,70 +54,37 @@ Outcome parseConvertDumpFree(const std::string& text) {
     return o;
 }
 
-size_t count(const std::string& text, const std::string& what) {
-    size_t n = 0;
-    for (size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + 1)) ++n;
-    return n;
-}
-
 TEST_F(NoNetwork, EveryStoredShapeEndsCleanly) {
-    const std::map<std::string, bool> expectedBuilt = {
-        {"bad/array_document.json", false},
-        {"bad/duplicate_names.json", true},
-        {"bad/empty.json", false},
-        {"bad/members_of_wrong_types.json", true},
-        {"bad/null_document.json", false},
-        {"bad/numbers_out_of_range.json", true},
-        {"bad/odd_strings.json", true},
-        {"bad/references_of_wrong_types.json", true},
-        {"bad/scalar_document.json", false},
-        {"bad/scalar_objects.json", true},
-        {"bad/string_document.json", false},
-        {"bad/trailing_garbage.json", true},
-        {"bad/truncated.json", false},
-        {"hostile/cos_ingress_rate_past_int.json", true},
-        {"hostile/cos_priority_negative.json", true},
-        {"hostile/depth_at_limit.json", true},
-        {"hostile/depth_past_limit.json", false},
-        {"hostile/ether_type_beyond_int.json", false},
-        {"hostile/ether_type_empty.json", false},
-        {"hostile/http_ports_not_numbers.json", false},
-        {"hostile/many_endpoints_and_arp_entries.json", true},
-        {"hostile/mesh_acs_channel_not_a_number.json", false},
-        {"hostile/nul_escapes_and_invalid_utf8.json", true},
-        {"hostile/number_limits.json", true},
-        {"hostile/overlong_interface_names.json", true},
-        {"hostile/pointer_to_remote_redis.json", false},
-        {"hostile/references_as_array.json", true},
-        {"hostile/references_as_empty_string.json", true},
-        {"hostile/references_as_null.json", true},
-        {"hostile/references_as_number.json", true},
-        {"hostile/references_as_object.json", true},
-        {"hostile/truncated_in_escape.json", false},
-        {"hostile/truncated_in_number.json", false},
-        {"hostile/truncated_in_string.json", false},
-        {"hostile/unclosed_everything.json", false}};
+    // The documents that give no result; every other one builds.
+    const std::set<std::string> refused = {"bad/array_document.json",
+                                           "bad/empty.json",
+                                           "bad/null_document.json",
+                                           "bad/scalar_document.json",
+                                           "bad/string_document.json",
+                                           "bad/truncated.json",
+                                           "hostile/depth_past_limit.json",
+                                           "hostile/ether_type_beyond_int.json",
+                                           "hostile/ether_type_empty.json",
+                                           "hostile/http_ports_not_numbers.json",
+                                           "hostile/mesh_acs_channel_not_a_number.json",
+                                           "hostile/pointer_to_remote_redis.json",
+                                           "hostile/truncated_in_escape.json",
+                                           "hostile/truncated_in_number.json",
+                                           "hostile/truncated_in_string.json",
+                                           "hostile/unclosed_everything.json"};
     size_t seen = 0;
     for (const char* dir : {"bad", "hostile"}) {
         for (const auto& file : std::filesystem::directory_iterator(testsupport::dataPath(dir))) {
             std::string name = dir + ("/" + file.path().filename().string());
             SCOPED_TRACE(name);
-            auto expected = expectedBuilt.find(name);
-            ASSERT_NE(expected, expectedBuilt.end()) << "add the new file to this table";
             Outcome o = parseConvertDumpFree(testsupport::readFile(file.path().string()));
-            EXPECT_EQ(o.built, expected->second) << o.out.substr(0, 2000);
+            EXPECT_EQ(o.built, refused.count(name) == 0) << o.out.substr(0, 2000);
             ++seen;
         }
     }
-    EXPECT_EQ(seen, expectedBuilt.size());
+    EXPECT_EQ(seen, 35u);
     // Only the pointer document names a server, and the connector refused it.
     EXPECT_EQ(g_connectHosts, std::vector<std::string>{"192.0.2.77"});
-}
-
-std::string repeated(size_t n, const std::function<std::string(size_t)>& item) {
-    std::string out;
-    for (size_t i = 0; i < n; ++i) out += (i ? "," : "") + item(i);
-    return out;
 }
 
 TEST_F(NoNetwork, GeneratedExtremesOfSizeEndCleanly) {
@@ -129,26 +96,29 @@ TEST_F(NoNetwork, GeneratedExtremesOfSizeEndCleanly) {
     const Row rows[] = {
         {"20,000 keys in one object",
          R"({"device": {)" +
-             repeated(20000, [](size_t i) { return "\"k" + std::to_string(i) + "\": 1"; }) + "}}"},
+             testsupport::joined(20000,
+                                 [](size_t i) { return "\"k" + std::to_string(i) + "\": 1"; }) +
+             "}}"},
         {"20,000 interface items",
          R"({"device": {"interface": [)" +
-             repeated(20000,
-                      [](size_t i) {
-                          const char* kinds[] = {R"("type": "vlan", "vlan": 1)",
-                                                 R"("type": "radio")", R"("type": "ethernet")",
-                                                 R"("type": "uwb")"};
-                          std::string prefix = i % 4 == 1 ? "radio" : i % 4 == 2 ? "p" : "if";
-                          return "{\"name\": \"" + prefix + std::to_string(i) + "\", " +
-                                 kinds[i % 4] + "}";
-                      }) +
+             testsupport::joined(
+                 20000,
+                 [](size_t i) {
+                     const char* kinds[] = {R"("type": "vlan", "vlan": 1)", R"("type": "radio")",
+                                            R"("type": "ethernet")", R"("type": "uwb")"};
+                     std::string prefix = i % 4 == 1 ? "radio" : i % 4 == 2 ? "p" : "if";
+                     return "{\"name\": \"" + prefix + std::to_string(i) + "\", " + kinds[i % 4] +
+                            "}";
+                 }) +
              "]}}"},
         {"10,000 BSS-map items",
          R"({"wlan": [{"name": "w", "cen_ssid_id": 1}], "device": {"interface": [
              {"name": "radio1", "type": "radio", "wlanbssmap": [)" +
-             repeated(10000,
-                      [](size_t i) {
-                          return "{\"bss\": " + std::to_string(i % 12) + ", \"wlan\": \"w\"}";
-                      }) +
+             testsupport::joined(10000,
+                                 [](size_t i) {
+                                     return "{\"bss\": " + std::to_string(i % 12) +
+                                            ", \"wlan\": \"w\"}";
+                                 }) +
              "]}]}}"},
         {"100 KB strings and keys", R"({"device": {")" + big + R"(": ")" + big + R"(", "name": ")" +
                                         big + R"(", "interface": [{"name": ")" + big +
@@ -169,7 +139,7 @@ TEST_F(NoNetwork, GeneratedExtremesOfSizeEndCleanly) {
 
 // Arrays of any length are walked whole: every value reaches its entry.
 TEST(HugeArrays, AreWalkedWhole) {
-    std::string ints = repeated(100000, [](size_t i) { return std::to_string(i); });
+    std::string ints = testsupport::joined(100000, [](size_t i) { return std::to_string(i); });
     apiCfgPlusResult* r = testsupport::parseText("{\"device\": {\"ints\": [" + ints + "]}}");
     ASSERT_NE(r, nullptr);
     ASSERT_EQ(r->global.count, 1);
@@ -178,7 +148,7 @@ TEST(HugeArrays, AreWalkedWhole) {
     testsupport::captureStdout([&] { freeJsonCfgPlus(r); });
 
     std::string objects =
-        repeated(20000, [](size_t i) { return "{\"k\":" + std::to_string(i) + "}"; });
+        testsupport::joined(20000, [](size_t i) { return "{\"k\":" + std::to_string(i) + "}"; });
     r = testsupport::parseText("{\"device\": {\"objs\": [" + objects + "]}}");
     ASSERT_NE(r, nullptr);
     EXPECT_EQ(testsupport::nestedCount(r->global.entries[0]), 20000u);
@@ -188,16 +158,16 @@ TEST(HugeArrays, AreWalkedWhole) {
 TEST(ElementBudget, AmplifyingDocumentStopsWithOneErrorAndNoResult) {
     // 2,000 services, each naming the same 5,000-rule ACL: about 526 KB of text that would ask
     // for a hundred million elements.
-    std::string rules = repeated(5000, [](size_t i) {
+    std::string rules = testsupport::joined(5000, [](size_t i) {
         return "{\"action\":\"deny\",\"protocol\":6,\"src\":\"10.0.0.0/"
                "8\",\"dst\":\"any\",\"port\":" +
                std::to_string(i) + ",\"precedence\":" + std::to_string(i) + "}";
     });
-    std::string wlans = repeated(2000, [](size_t i) {
+    std::string wlans = testsupport::joined(2000, [](size_t i) {
         return "{\"name\":\"w" + std::to_string(i) + "\",\"cen_ssid_id\":" + std::to_string(i) +
                ",\"ip_in_acl\":\"big\"}";
     });
-    std::string bss = repeated(2000, [](size_t i) {
+    std::string bss = testsupport::joined(2000, [](size_t i) {
         return "{\"bss\":" + std::to_string(i % 8 + 1) + ",\"wlan\":\"w" + std::to_string(i) +
                "\"}";
     });
@@ -209,7 +179,7 @@ TEST(ElementBudget, AmplifyingDocumentStopsWithOneErrorAndNoResult) {
 
     Outcome o = parseConvertDumpFree(text);
     EXPECT_FALSE(o.built);
-    EXPECT_EQ(count(o.out, "[ERR]"), 1u) << o.out;
+    EXPECT_EQ(testsupport::occurrences(o.out, "[ERR]"), 1u) << o.out;
     EXPECT_NE(o.out.find("[ERR] document needs more than the element budget of " +
                          std::to_string(jcp::elementBudgetFor(text.size())) +
                          " elements, build stopped.\n"),

@@ -66,6 +66,18 @@ TempDir::~TempDir() {
     std::filesystem::remove_all(m_path, ignored);
 }
 
+size_t occurrences(const std::string& text, const std::string& part) {
+    size_t n = 0;
+    for (size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) ++n;
+    return n;
+}
+
+std::string joined(size_t n, const std::function<std::string(size_t)>& item) {
+    std::string out;
+    for (size_t i = 0; i < n; ++i) out += (i > 0 ? "," : "") + item(i);
+    return out;
+}
+
 const apiCfgPlusEntry* findEntry(const apiCfgPlusEntryArray& array, const std::string& name) {
     for (int32_t i = 0; i < array.count; ++i) {
         if (array.entries[i].name != nullptr && name == array.entries[i].name)

@@ -58,6 +58,11 @@ class TempDir {
     std::string m_path;
 };
 
+// How many times part occurs in text.
+size_t occurrences(const std::string& text, const std::string& part);
+// n items, each made by item from its index, separated by commas.
+std::string joined(size_t n, const std::function<std::string(size_t)>& item);
+
 // The entry named name in an array, or null.
 const apiCfgPlusEntry* findEntry(const apiCfgPlusEntryArray& array, const std::string& name);
 // Nested entries of a kind 9 or 10 entry.

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "api/jsoncfgplus.h"
+#include "shared_support.h"
 
 namespace {
 
@@ -16,12 +16,9 @@ struct Parsed {
 
 Parsed parseAndFree(const std::string& text) {
     Parsed parsed;
-    testing::internal::CaptureStdout();
-    apiCfgPlusResult* result = parseJsonCfgPlus(text.data(), static_cast<unsigned int>(text.size()),
-                                                jsonCfgPlusParserCallback, 0, 0, 0);
+    apiCfgPlusResult* result = shared::parse(text, parsed.output);
     parsed.built = result != nullptr;
-    freeJsonCfgPlus(result);
-    parsed.output = testing::internal::GetCapturedStdout();
+    shared::release(result);
     return parsed;
 }
 

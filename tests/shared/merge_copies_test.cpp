@@ -34,54 +34,32 @@ std::string render(const radio_entry& r) {
     return out;
 }
 
-TEST(MergeCopies, OneRadioMergedIntoTwoVectorsArrivesWholeInBoth) {
-    radio_entry radio;
-    radio.id = 2;
-    radio.name = "radio2";
-    radio.elements.emplace_back("channel", 36, "channel");
+TEST(MergeCopies, OneRadioOrServiceMergedIntoTwoVectorsArrivesWholeInBoth) {
+    radio_entry radio{2, "radio2", {cfgElement("channel", 36, "channel")}, {}, {}};
     radio.wlans.push_back(service(2, 7, 0, "guest"));
     radio.meshpoints.push_back(service(2, 9, 1, "mesh"));
-    const std::string before = render(radio);
+    const std::string radioBefore = render(radio);
+    std::vector<radio_entry> inserted;
+    std::vector<radio_entry> merged = {
+        {2, "radio2", {cfgElement("channel", 1, "channel")}, {}, {}}};
+    jsonCfgPlus::mergeRadioCfgElements(inserted, radio);
+    jsonCfgPlus::mergeRadioCfgElements(merged, radio);
+    ASSERT_EQ(inserted.size() + merged.size(), 2u);
+    EXPECT_EQ(render(inserted[0]), radioBefore);
+    EXPECT_EQ(render(merged[0]), "2 radio2: \"channel\": 36 [2/7/0: \"name\": \"guest\"]");
+    EXPECT_EQ(render(radio), radioBefore);
 
-    radio_entry present;
-    present.id = 2;
-    present.name = "radio2";
-    present.elements.emplace_back("channel", 1, "channel");
-    struct Row {
-        const char* what;
-        std::vector<radio_entry> radios;
-        std::string expected;
-    };
-    Row rows[] = {
-        {"inserted", {}, before},
-        {"merged into the same id",
-         {present},
-         "2 radio2: \"channel\": 36 [2/7/0: \"name\": \"guest\"]"},
-    };
-    for (Row& row : rows) {
-        SCOPED_TRACE(row.what);
-        jsonCfgPlus::mergeRadioCfgElements(row.radios, radio);
-        ASSERT_EQ(row.radios.size(), 1u);
-        EXPECT_EQ(render(row.radios[0]), row.expected);
-        EXPECT_EQ(render(radio), before);
-    }
-}
-
-TEST(MergeCopies, OneServiceMergedIntoTwoVectorsArrivesWholeInBoth) {
     vns_entry wlan = service(1, 3, 2, "corp");
     wlan.elements.emplace_back("vlan", 20, "vlan");
-    const std::string before = render(wlan);
-
+    const std::string wlanBefore = render(wlan);
     std::vector<vns_entry> appended;
-    std::vector<vns_entry> merged = {service(1, 3, 5, "old")};
+    std::vector<vns_entry> replaced = {service(1, 3, 5, "old")};
     jsonCfgPlus::mergeVnsCfgElement(appended, wlan);
-    jsonCfgPlus::mergeVnsCfgElement(merged, wlan);
-
-    ASSERT_EQ(appended.size(), 1u);
-    EXPECT_EQ(render(appended[0]), before);
-    ASSERT_EQ(merged.size(), 1u);
-    EXPECT_EQ(render(merged[0]), "1/3/5: \"name\": \"corp\" \"vlan\": 20");
-    EXPECT_EQ(render(wlan), before);
+    jsonCfgPlus::mergeVnsCfgElement(replaced, wlan);
+    ASSERT_EQ(appended.size() + replaced.size(), 2u);
+    EXPECT_EQ(render(appended[0]), wlanBefore);
+    EXPECT_EQ(render(replaced[0]), "1/3/5: \"name\": \"corp\" \"vlan\": 20");
+    EXPECT_EQ(render(wlan), wlanBefore);
 }
 
 }  // namespace

@@ -6,8 +6,8 @@
 
 #include <string>
 
-#include "api/jsoncfgplus.h"
 #include "document/json_cfg_plus.h"
+#include "shared_support.h"
 
 namespace {
 
@@ -52,13 +52,10 @@ TEST(OwnCallback, FindsTheObjectTableAndItself) {
     for (jsonCfgPlusCallback callback : {&lookOnly, &convertThenLook}) {
         SCOPED_TRACE(callback == &lookOnly ? "lookOnly" : "convertThenLook");
         g_seen = Seen();
-        testing::internal::CaptureStdout();
-        apiCfgPlusResult* result = parseJsonCfgPlus(
-            text.data(), static_cast<unsigned int>(text.size()), callback, 0, 0, 0);
-        bool built = result != nullptr;
-        freeJsonCfgPlus(result);
-        testing::internal::GetCapturedStdout();
-        EXPECT_TRUE(built);
+        std::string output;
+        apiCfgPlusResult* result = shared::parse(text, output, callback);
+        EXPECT_NE(result, nullptr) << output;
+        shared::release(result);
         EXPECT_TRUE(g_seen.root);
         EXPECT_TRUE(g_seen.device);
         EXPECT_TRUE(g_seen.wlan);

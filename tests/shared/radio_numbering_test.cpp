@@ -2,41 +2,15 @@
 // The radio index every entry carries, as a daemon linking the shared library receives it.
 #include <gtest/gtest.h>
 
-#include <map>
 #include <set>
 #include <string>
 
-#include "api/jsoncfgplus.h"
 #include "document/json_cfg_plus.h"
+#include "shared_support.h"
 
 namespace {
 
-struct Parsed {
-    apiCfgPlusResult* result = nullptr;
-    std::string output;
-};
-
-Parsed parse(const std::string& text) {
-    Parsed parsed;
-    testing::internal::CaptureStdout();
-    parsed.result = parseJsonCfgPlus(text.data(), static_cast<unsigned int>(text.size()),
-                                     jsonCfgPlusParserCallback, 0, 0, 0);
-    parsed.output = testing::internal::GetCapturedStdout();
-    return parsed;
-}
-
-void release(apiCfgPlusResult* result) {
-    testing::internal::CaptureStdout();
-    freeJsonCfgPlus(result);
-    testing::internal::GetCapturedStdout();
-}
-
-const apiCfgPlusEntry* findEntry(const apiCfgPlusEntryArray& array, const std::string& name) {
-    for (int32_t i = 0; i < array.count; ++i) {
-        if (name == array.entries[i].name) return &array.entries[i];
-    }
-    return nullptr;
-}
+using shared::findEntry;
 
 // The radio index of the WLAN array holding the service with that SSID id, or -100.
 int radioOfSsid(const apiCfgPlusResult& result, int ssidId) {
@@ -94,10 +68,11 @@ TEST(RadioNumbering, EveryInterfaceOfAnApHasItsOwnIndexNoneBelowMinusOne) {
         interfaces += std::string(row.interface) + R"(, "wlanbssmap": [{"bss": 1, "wlan": "w)" +
                       id + R"("}]})";
     }
-    Parsed parsed =
-        parse(R"({"wlan": [)" + wlans + R"(], "device": {"interface": [)" + interfaces + "]}}");
-    ASSERT_NE(parsed.result, nullptr) << parsed.output;
-    const apiCfgPlusResult& result = *parsed.result;
+    std::string output;
+    apiCfgPlusResult* parsed = shared::parse(
+        R"({"wlan": [)" + wlans + R"(], "device": {"interface": [)" + interfaces + "]}}", output);
+    ASSERT_NE(parsed, nullptr) << output;
+    const apiCfgPlusResult& result = *parsed;
 
     std::set<int> indexes;
     ssid = 1;
@@ -115,21 +90,23 @@ TEST(RadioNumbering, EveryInterfaceOfAnApHasItsOwnIndexNoneBelowMinusOne) {
     const apiCfgPlusEntry* mode = findEntry(result.global, "iot/mode");
     ASSERT_NE(mode, nullptr);
     EXPECT_STREQ(static_cast<const char*>(mode->value), "beacon");
-    release(parsed.result);
+    shared::release(parsed);
 }
 
 TEST(RadioNumbering, BluetoothDeclaredAsRadioIsStillTheIotRadio) {
-    Parsed parsed = parse(R"({"wlan": [{"name": "w", "cen_ssid_id": 4}],
+    std::string output;
+    apiCfgPlusResult* parsed = shared::parse(R"({"wlan": [{"name": "w", "cen_ssid_id": 4}],
         "device": {"interface": [{"name": "bluetooth1", "type": "radio", "mode": "scan",
-                                  "wlanbssmap": [{"bss": 2, "wlan": "w"}]}]}})");
-    ASSERT_NE(parsed.result, nullptr) << parsed.output;
-    EXPECT_EQ(parsed.output.find("[WARN]"), std::string::npos) << parsed.output;
-    EXPECT_EQ(radioOfSsid(*parsed.result, 4), JSONCFGPLUS_IOT_RADIO_INDEX);
-    EXPECT_EQ(parsed.result->radioCount, 0);
-    const apiCfgPlusEntry* mode = findEntry(parsed.result->global, "iot/mode");
+                                  "wlanbssmap": [{"bss": 2, "wlan": "w"}]}]}})",
+                                             output);
+    ASSERT_NE(parsed, nullptr) << output;
+    EXPECT_EQ(output.find("[WARN]"), std::string::npos) << output;
+    EXPECT_EQ(radioOfSsid(*parsed, 4), JSONCFGPLUS_IOT_RADIO_INDEX);
+    EXPECT_EQ(parsed->radioCount, 0);
+    const apiCfgPlusEntry* mode = findEntry(parsed->global, "iot/mode");
     ASSERT_NE(mode, nullptr);
     EXPECT_STREQ(static_cast<const char*>(mode->value), "scan");
-    release(parsed.result);
+    shared::release(parsed);
 }
 
 // The edges of each name's range: no name reaches an id of another kind.
