@@ -2,7 +2,8 @@
 // Whole-document behaviour as golden text under tests/data/golden, each an input document and
 // its expected output: the example and purpose-made documents through every converter, the
 // element lists a build leaves, sets of small documents each pinning one behaviour, the walk of
-// every JSON shape, the rendering of every entry kind, and the tool's lint and diff reports.
+// every JSON shape, the rendering of every entry kind, the tool's lint and diff reports, and a
+// transcript of the tool's commands.
 // Regenerate after an intended change with: JCP_UPDATE_GOLDEN=1 ctest --test-dir build -R golden
 // and read the diff before committing it.
 #include <gtest/gtest.h>
@@ -12,11 +13,14 @@
 #include <cstdlib>
 #include <filesystem>
 #include <set>
+#include <sstream>
 
 #include "api/jsoncfgplus.h"
 #include "document/json_cfg_plus.h"
 #include "signature/signature_maps.h"
 #include "test_support.h"
+
+#include <sys/wait.h>
 
 namespace {
 
@@ -229,6 +233,34 @@ TEST(Golden, DiffOfTheChangedExample) {
         testsupport::runTool("diff " JCP_EXAMPLES_DIR "/ap-config.json -", doc);
     EXPECT_EQ(run.status, 1) << run.err;
     expectGolden("diff.txt", run.out);
+}
+
+// The tool as a person at a shell meets it: each command of golden/tool/commands.txt run by bash
+// from tests/data, so paths read the same on every machine, with its exit status, standard
+// output and standard error; lines starting with '#' head a group.
+TEST(Golden, ToolTranscript) {
+    std::istringstream commands(readFile(dataPath("golden/tool/commands.txt")));
+    std::string transcript;
+    for (std::string line; std::getline(commands, line);) {
+        if (line.empty() || line[0] == '#') {
+            transcript += line + "\n";
+            continue;
+        }
+        testsupport::TempDir dir;
+        testsupport::writeFile(dir.file("script"), "jsoncfgplus() { " JCP_TOOL_PATH
+                                                   " \"$@\"; }\ncd " +
+                                                       dataPath("") + " && " + line + "\n");
+        int raw = std::system(("bash " + dir.file("script") + " </dev/null >" + dir.file("out") +
+                               " 2>" + dir.file("err"))
+                                  .c_str());
+        std::string out = readFile(dir.file("out"));
+        std::string err = readFile(dir.file("err"));
+        transcript += "$ " + line + "\n" +
+                      (WIFEXITED(raw) ? "exit " + std::to_string(WEXITSTATUS(raw)) : "killed") +
+                      "\n" + out + (out.empty() || out.back() == '\n' ? "" : "\n(no newline)\n") +
+                      (err.empty() ? "" : "-- standard error\n" + err);
+    }
+    expectGolden("tool.txt", transcript);
 }
 
 }  // namespace
