@@ -20,8 +20,6 @@
 #include "signature/signature_maps.h"
 #include "test_support.h"
 
-#include <sys/wait.h>
-
 namespace {
 
 using testsupport::captureStdout;
@@ -50,13 +48,8 @@ void expectGolden(const std::string& name, const std::string& text) {
     if (text == golden) return;
     testsupport::TempDir dir;
     testsupport::writeFile(dir.file("actual"), text);
-    std::string diff;
-    if (FILE* pipe = popen(("diff -u " + path + " " + dir.file("actual")).c_str(), "r")) {
-        char buffer[4096];
-        size_t got = 0;
-        while ((got = std::fread(buffer, 1, sizeof buffer, pipe)) > 0) diff.append(buffer, got);
-        pclose(pipe);
-    }
+    const std::string diff =
+        testsupport::runCommand("diff -u " + path + " " + dir.file("actual")).out;
     ADD_FAILURE() << name << " differs from its golden file (JCP_UPDATE_GOLDEN=1 rewrites it):\n"
                   << diff;
 }
@@ -247,18 +240,13 @@ TEST(Golden, ToolTranscript) {
             continue;
         }
         testsupport::TempDir dir;
-        testsupport::writeFile(dir.file("script"), "jsoncfgplus() { " JCP_TOOL_PATH
-                                                   " \"$@\"; }\ncd " +
-                                                       dataPath("") + " && " + line + "\n");
-        int raw = std::system(("bash " + dir.file("script") + " </dev/null >" + dir.file("out") +
-                               " 2>" + dir.file("err"))
-                                  .c_str());
-        std::string out = readFile(dir.file("out"));
-        std::string err = readFile(dir.file("err"));
-        transcript += "$ " + line + "\n" +
-                      (WIFEXITED(raw) ? "exit " + std::to_string(WEXITSTATUS(raw)) : "killed") +
-                      "\n" + out + (out.empty() || out.back() == '\n' ? "" : "\n(no newline)\n") +
-                      (err.empty() ? "" : "-- standard error\n" + err);
+        testsupport::writeFile(dir.file("script"),
+                               "jsoncfgplus() { " JCP_TOOL_PATH " \"$@\"; }\n" + line);
+        const testsupport::ToolRun run =
+            testsupport::runCommand("bash " + dir.file("script"), "", dataPath(""));
+        transcript += "$ " + line + "\nexit " + std::to_string(run.status) + "\n" + run.out +
+                      (run.out.empty() || run.out.back() == '\n' ? "" : "\n(no newline)\n") +
+                      (run.err.empty() ? "" : "-- standard error\n" + run.err);
     }
     expectGolden("tool.txt", transcript);
 }

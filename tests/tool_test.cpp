@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cstdio>
 #include <filesystem>
 #include <map>
 #include <memory>
@@ -54,12 +53,8 @@ TEST(Tool, VersionIsTheHeadersAndTheSonamesMajor) {
                   std::to_string(JSONCFGPLUS_VERSION_MINOR) + "." +
                   std::to_string(JSONCFGPLUS_VERSION_PATCH),
               JSONCFGPLUS_VERSION_STRING);
-    std::string dynamic;
-    FILE* pipe = popen((std::string("readelf -d ") + JCP_SHARED_LIBRARY).c_str(), "r");
-    ASSERT_NE(pipe, nullptr);
-    char buffer[4096];
-    while (size_t n = std::fread(buffer, 1, sizeof buffer, pipe)) dynamic.append(buffer, n);
-    pclose(pipe);
+    const std::string dynamic =
+        testsupport::runCommand(std::string("readelf -d ") + JCP_SHARED_LIBRARY).out;
     EXPECT_NE(dynamic.find("[libjsoncfgplus.so." + std::to_string(JSONCFGPLUS_VERSION_MAJOR) + "]"),
               std::string::npos)
         << dynamic;
