@@ -169,33 +169,6 @@ TEST(DiffTool, SavedComparesTheOlderSlotWithTheNewer) {
     for (const std::string& args : misuses) EXPECT_EQ(runTool(args).status, 2) << args;
 }
 
-// Diagnostics of a JSON dump, each as {severity, text}.
-std::vector<std::pair<std::string, std::string>> diagnosticsOf(const std::string& out) {
-    Json dump(json_tokener_parse(out.c_str()));
-    std::vector<std::pair<std::string, std::string>> diagnostics;
-    json_object* list = at(dump.get(), "diagnostics");
-    for (size_t i = 0; i < json_object_array_length(list); ++i)
-        diagnostics.emplace_back(text(at(item(list, i), "severity")),
-                                 text(at(item(list, i), "text")));
-    return diagnostics;
-}
-
-// The example without its signature files: each rule's warning, as often as printed. With the
-// example's icons, so that only the rules warn.
-TEST(DumpJson, EachRuleWithoutItsSignatureWarns) {
-    testsupport::TempDir noSignatures;
-    ToolRun run =
-        runTool("dump --json " + kExample +
-                " --icon-dir " JCP_EXAMPLES_DIR "/icons --signature-dir " + noSignatures.path());
-    int warnings = 0;
-    for (const auto& diagnostic : diagnosticsOf(run.out)) {
-        if (diagnostic.first != "warning") continue;
-        ++warnings;
-        EXPECT_EQ(diagnostic.second.rfind("[WARN] application policy: no signature for ", 0), 0u);
-    }
-    EXPECT_EQ(warnings, 4);
-}
-
 TEST(DumpJson, EntriesAndRecordsFieldByField) {
     ToolRun run = runTool("dump --json " + kExample);
     ASSERT_EQ(run.status, 0);
