@@ -104,16 +104,13 @@ TEST(Tool, ManualPageCoversEveryCommandAndOptionOfTheHelp) {
     EXPECT_EQ(optionsIn(man), optionsIn(help));
 }
 
-json_object* physicalLocation(json_object* sarifLog, size_t result) {
-    json_object* results = at(item(at(sarifLog, "runs"), 0), "results");
-    return at(item(at(item(results, result), "locations"), 0), "physicalLocation");
-}
-
 // An absolute path is a file URI in the SARIF log.
 TEST(LintTool, SarifNamesAnAbsolutePathAsAFileUri) {
     const std::string path = testsupport::dataPath("tool/a b.json");
     Json log(json_tokener_parse(runTool("lint --format sarif '" + path + "'").out.c_str()));
-    std::string uri = text(at(at(physicalLocation(log.get(), 0), "artifactLocation"), "uri"));
+    json_object* result = item(at(item(at(log.get(), "runs"), 0), "results"), 0);
+    json_object* location = at(item(at(result, "locations"), 0), "physicalLocation");
+    std::string uri = text(at(at(location, "artifactLocation"), "uri"));
     EXPECT_EQ(uri.rfind("file:///", 0), 0u) << uri;
     EXPECT_NE(uri.find("/tool/a%20b.json"), std::string::npos) << uri;
 }
