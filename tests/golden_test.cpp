@@ -2,7 +2,8 @@
 // Whole-document behaviour as golden text under tests/data/golden, each an input document and
 // its expected output: the example and purpose-made documents through every converter, the
 // element lists a build leaves, sets of small documents each pinning one behaviour, the walk of
-// every JSON shape, the rendering of every entry kind, and the tool's lint and diff reports.
+// every JSON shape, the rendering of every entry kind, the tool's lint and diff reports, and a
+// transcript of the tool's commands.
 // Regenerate after an intended change with: JCP_UPDATE_GOLDEN=1 ctest --test-dir build -R golden
 // and read the diff before committing it.
 #include <gtest/gtest.h>
@@ -12,6 +13,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <set>
+#include <sstream>
 
 #include "api/jsoncfgplus.h"
 #include "document/json_cfg_plus.h"
@@ -46,13 +48,8 @@ void expectGolden(const std::string& name, const std::string& text) {
     if (text == golden) return;
     testsupport::TempDir dir;
     testsupport::writeFile(dir.file("actual"), text);
-    std::string diff;
-    if (FILE* pipe = popen(("diff -u " + path + " " + dir.file("actual")).c_str(), "r")) {
-        char buffer[4096];
-        size_t got = 0;
-        while ((got = std::fread(buffer, 1, sizeof buffer, pipe)) > 0) diff.append(buffer, got);
-        pclose(pipe);
-    }
+    const std::string diff =
+        testsupport::runCommand("diff -u " + path + " " + dir.file("actual")).out;
     ADD_FAILURE() << name << " differs from its golden file (JCP_UPDATE_GOLDEN=1 rewrites it):\n"
                   << diff;
 }
@@ -229,6 +226,29 @@ TEST(Golden, DiffOfTheChangedExample) {
         testsupport::runTool("diff " JCP_EXAMPLES_DIR "/ap-config.json -", doc);
     EXPECT_EQ(run.status, 1) << run.err;
     expectGolden("diff.txt", run.out);
+}
+
+// The tool as a person at a shell meets it: each command of golden/tool/commands.txt run by bash
+// from tests/data, so paths read the same on every machine, with its exit status, standard
+// output and standard error; lines starting with '#' head a group.
+TEST(Golden, ToolTranscript) {
+    std::istringstream commands(readFile(dataPath("golden/tool/commands.txt")));
+    std::string transcript;
+    for (std::string line; std::getline(commands, line);) {
+        if (line.empty() || line[0] == '#') {
+            transcript += line + "\n";
+            continue;
+        }
+        testsupport::TempDir dir;
+        testsupport::writeFile(dir.file("script"),
+                               "jsoncfgplus() { " JCP_TOOL_PATH " \"$@\"; }\n" + line);
+        const testsupport::ToolRun run =
+            testsupport::runCommand("bash " + dir.file("script"), "", dataPath(""));
+        transcript += "$ " + line + "\nexit " + std::to_string(run.status) + "\n" + run.out +
+                      (run.out.empty() || run.out.back() == '\n' ? "" : "\n(no newline)\n") +
+                      (run.err.empty() ? "" : "-- standard error\n" + run.err);
+    }
+    expectGolden("tool.txt", transcript);
 }
 
 }  // namespace

@@ -18,7 +18,7 @@
 namespace {
 
 std::string example() {
-    return testsupport::readFile(std::string(JCP_EXAMPLES_DIR) + "/ap-config.json");
+    return testsupport::readFile(JCP_EXAMPLES_DIR "/ap-config.json");
 }
 
 // The example with the one text from replaced by to; the text must be there.
@@ -28,16 +28,6 @@ std::string planted(const std::string& from, const std::string& to) {
     EXPECT_NE(at, std::string::npos) << from;
     if (at != std::string::npos) text.replace(at, from.size(), to);
     return text;
-}
-
-std::string manyRules(size_t count) {
-    std::string rules;
-    for (size_t i = 0; i < count; ++i) {
-        if (i != 0) rules += ", ";
-        rules += R"({ "precedence": )" + std::to_string(1000 + i) +
-                 R"(, "allow": "deny", "match_type": "arp" })";
-    }
-    return rules;
 }
 
 std::string lines(const jcp::lint::Findings& findings) {
@@ -81,16 +71,13 @@ TEST_F(LintLibrary, TheExampleHasNoError) {
     EXPECT_EQ(findings.count(jcp::lint::Severity::Error), 0u) << lines(findings);
 }
 
-struct Planted {
-    const char* what;
-    std::string from;
-    std::string to;
-    const char* pointer;
-    const char* message;  // a part of it
-};
-
 TEST_F(LintLibrary, EachPlantedMistakeIsAnErrorAtItsMember) {
-    const Planted cases[] = {
+    const struct {
+        const char* what;
+        std::string from, to;
+        const char* pointer;
+        const char* message;  // a part of it
+    } cases[] = {
         {"an action misspelt", R"("allow": "deny", "smac": "00-de-ad-be-ef-00")",
          R"("allow": "dney", "smac": "00-de-ad-be-ef-00")", "/mac_acl/0/mac_rules/0/allow",
          "treated as allow"},
@@ -123,7 +110,12 @@ TEST_F(LintLibrary, EachPlantedMistakeIsAnErrorAtItsMember) {
          R"("file": "missing.png")", "/passpoint_policy/0/osu_provider/0/icon/0", "icon dropped"},
         {"more filter rules than a service holds",
          R"({ "precedence": 25, "allow": "deny", "match_type": "arp" })",
-         R"({ "precedence": 25, "allow": "deny", "match_type": "arp" }, )" + manyRules(298),
+         R"({ "precedence": 25, "allow": "deny", "match_type": "arp" }, )" +
+             testsupport::joined(298,
+                                 [](size_t i) {
+                                     return R"({ "precedence": )" + std::to_string(1000 + i) +
+                                            R"(, "allow": "deny", "match_type": "arp" })";
+                                 }),
          "/wlan/0", "only the first 256 are kept"},
         {"a BSS outside the eight slots", R"({ "bss": 8, "meshpoint": "backhaul-mesh" })",
          R"({ "bss": 9, "meshpoint": "backhaul-mesh" })",
@@ -138,7 +130,7 @@ TEST_F(LintLibrary, EachPlantedMistakeIsAnErrorAtItsMember) {
          "\"forty\" is not a decimal number; the conversion throws and the whole document is "
          "refused"},
     };
-    for (const Planted& c : cases) {
+    for (const auto& c : cases) {
         std::string text = planted(c.from, c.to);
         jcp::lint::Findings findings = jcp::lint::lintText(text);
         const jcp::lint::Problem* found = nullptr;

@@ -97,17 +97,21 @@ Built build(jsonCfgPlus& doc, const std::string& text) {
     return b;
 }
 
-ToolRun runTool(const std::string& args, const std::string& input, const std::string& cwd) {
+ToolRun runCommand(const std::string& command, const std::string& input, const std::string& cwd) {
     TempDir dir;
     writeFile(dir.file("in"), input);
-    std::string command = (cwd.empty() ? "" : "cd " + cwd + " && ") + JCP_TOOL_PATH + " " + args +
-                          " <" + dir.file("in") + " >" + dir.file("out") + " 2>" + dir.file("err");
-    int raw = std::system(command.c_str());
+    std::string line = (cwd.empty() ? "" : "cd " + cwd + " && ") + command + " <" + dir.file("in") +
+                       " >" + dir.file("out") + " 2>" + dir.file("err");
+    int raw = std::system(line.c_str());
     ToolRun run;
     run.status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
     run.out = readFile(dir.file("out"));
     run.err = readFile(dir.file("err"));
     return run;
+}
+
+ToolRun runTool(const std::string& args, const std::string& input, const std::string& cwd) {
+    return runCommand(std::string(JCP_TOOL_PATH) + " " + args, input, cwd);
 }
 
 }  // namespace testsupport

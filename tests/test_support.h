@@ -40,6 +40,9 @@ struct ToolRun {
     std::string out;
     std::string err;
 };
+// Runs a shell command, its last simple command reading input, in directory cwd if given.
+ToolRun runCommand(const std::string& command, const std::string& input = "",
+                   const std::string& cwd = "");
 // Runs the tool with args (shell words), input on standard input, in directory cwd if given.
 ToolRun runTool(const std::string& args, const std::string& input = "",
                 const std::string& cwd = "");
