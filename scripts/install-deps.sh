@@ -12,7 +12,7 @@
 set -u
 
 packages=(cmake make g++ pkg-config libjson-c-dev libhiredis-dev libtinyxml2-dev
-          libgtest-dev googletest libbenchmark-dev redis-server python3-jsonschema)
+          libgtest-dev googletest libbenchmark-dev redis-server python3-jsonschema patch)
 if [ "${1:-}" = "m32" ]; then
     # The versioned multilib package: the unversioned one conflicts with the ARM cross compiler.
     packages+=(g++-12-multilib libjson-c-dev:i386 libhiredis-dev:i386 libtinyxml2-dev:i386)
