@@ -8,6 +8,9 @@ set -euo pipefail
 dir=$1
 arch=$(dpkg --print-architecture)
 failures=0
+# The packages and the library's file are named after the release the header states.
+version=$(sed -n 's/^#define JSONCFGPLUS_VERSION_STRING "\(.*\)"$/\1/p' src/api/version.h)
+version_re=${version//./\\.}
 
 fail() {
     echo "check-deb: $*" >&2
@@ -18,7 +21,7 @@ fail() {
 check_package() {
     local name=$1 deb info contents
     shift
-    deb=$(ls "$dir"/"${name}"_*_"$arch".deb 2>/dev/null | head -n 1 || true)
+    deb=$(ls "$dir"/"${name}"_"${version}"-*_"$arch".deb 2>/dev/null | head -n 1 || true)
     if [ -z "$deb" ]; then
         fail "no package $name in $dir"
         return
@@ -38,7 +41,7 @@ check_package libjsoncfgplus1 \
     "^ Depends: .*libjson-c[0-9]" "^ Depends: .*libhiredis[0-9.]+" "^ Depends: .*libtinyxml2-[0-9]+" \
     "^ +[0-9]+ bytes, +[0-9]+ lines +shlibs" "^ +[0-9]+ bytes, +[0-9]+ lines +triggers" \
     "^ +[0-9]+ bytes, +[0-9]+ lines +symbols" \
-    " \./$lib/libjsoncfgplus\.so\.1\.0\.0$" " \./$lib/libjsoncfgplus\.so\.1 -> libjsoncfgplus\.so\.1\.0\.0$" \
+    " \./$lib/libjsoncfgplus\.so\.$version_re$" " \./$lib/libjsoncfgplus\.so\.1 -> libjsoncfgplus\.so\.$version_re$" \
     " \./usr/share/doc/libjsoncfgplus1/copyright$"
 check_package libjsoncfgplus-dev \
     "^ Package: libjsoncfgplus-dev$" "^ Section: libdevel$" \
@@ -60,7 +63,7 @@ dpkg-deb --contents "$dir"/jsoncfgplus_*.deb | grep -q '\.so' &&
 # The trigger registers the library: no maintainer script may call ldconfig again.
 dpkg-deb --info "$dir"/libjsoncfgplus1_*.deb | grep -Eq ' (postinst|postrm)$' &&
     fail "libjsoncfgplus1 has maintainer scripts"
-scripts/deb-symbols.sh --check "$dir"/libjsoncfgplus.so.*.*.* || fail "the symbols file is stale"
+scripts/deb-symbols.sh --check "$dir/libjsoncfgplus.so.$version" || fail "the symbols file is stale"
 
 if ! lintian --display-info --fail-on error,warning "$dir"/*.deb; then
     fail "lintian reports errors or warnings"
