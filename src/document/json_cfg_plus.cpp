@@ -8,6 +8,7 @@
 #include <cstring>
 #include <new>
 
+#include "document/parse_text_priv.h"
 #include "document/read_file.h"
 #include "document/replace_file.h"
 
@@ -45,27 +46,11 @@ void jsonCfgPlus::reset() {
 }
 
 json_object* jsonCfgPlus::parse(const char* text, unsigned int len) {
-    if (text == nullptr) len = 0;
-    json_tokener* tokener = json_tokener_new();
-    if (tokener == nullptr) throw std::bad_alloc();
-    json_object* root = nullptr;
-    enum json_tokener_error error = json_tokener_continue;
-    // json-c takes an int length; longer texts are fed in pieces of the same parse.
-    size_t offset = 0;
-    do {
-        size_t piece = std::min<size_t>(len - offset, INT_MAX);
-        root = json_tokener_parse_ex(tokener, text == nullptr ? "" : text + offset,
-                                     static_cast<int>(piece));
-        error = json_tokener_get_error(tokener);
-        offset += piece;
-    } while (error == json_tokener_continue && offset < len);
-    if (error != json_tokener_success) {
-        jcp::writeErrorLine(std::string("Error: ") + json_tokener_error_desc(error));
-        if (root != nullptr) json_object_put(root);
-        root = nullptr;
-    }
-    json_tokener_free(tokener);
-    return root;
+    jcp::ParsedText parsed =
+        jcp::parseDocumentText(text == nullptr ? "" : text, text == nullptr ? 0 : len);
+    if (parsed.error != json_tokener_success)
+        jcp::writeErrorLine(std::string("Error: ") + json_tokener_error_desc(parsed.error));
+    return parsed.root;
 }
 
 json_object* jsonCfgPlus::parse(std::string path) {

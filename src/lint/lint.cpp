@@ -7,6 +7,7 @@
 #include <climits>
 
 #include "base/control_escape_priv.h"
+#include "document/parse_text_priv.h"
 #include "lint/lint_context_priv.h"
 #include "lint/strict_json_priv.h"
 
@@ -105,22 +106,9 @@ void addSyntaxProblem(const std::string& text, size_t offset, Severity severity,
 // Parses as the build does (json-c's tokener with its default nesting limit), so what fails
 // here is what the AP refuses; null after reporting the syntax problem.
 json_object* parseText(const std::string& text, Findings& out) {
-    json_tokener* tokener = json_tokener_new();
-    if (tokener == nullptr) throw std::bad_alloc();
-    json_object* root = nullptr;
-    json_tokener_error error = json_tokener_continue;
-    size_t offset = 0;
-    size_t pieceStart = 0;
-    do {
-        pieceStart = offset;
-        size_t piece = std::min<size_t>(text.size() - offset, INT_MAX);
-        root = json_tokener_parse_ex(tokener, text.data() + offset, static_cast<int>(piece));
-        error = json_tokener_get_error(tokener);
-        offset += piece;
-    } while (error == json_tokener_continue && offset < text.size());
-    size_t end = pieceStart + json_tokener_get_parse_end(tokener);
-    json_tokener_free(tokener);
-
+    jcp::ParsedText parsed = jcp::parseDocumentText(text.data(), text.size());
+    const json_tokener_error error = parsed.error;
+    const size_t end = parsed.end;
     if (error == json_tokener_continue) {
         addSyntaxProblem(text, text.size(), Severity::Error,
                          "the text ends before the document does", out);
@@ -134,7 +122,6 @@ json_object* parseText(const std::string& text, Findings& out) {
                                          "so the AP refuses the document"
                                        : json_tokener_error_desc(error),
                          out);
-        if (root != nullptr) json_object_put(root);
         return nullptr;
     }
     size_t rest = text.find_first_not_of(" \t\r\n", end);
@@ -142,7 +129,7 @@ json_object* parseText(const std::string& text, Findings& out) {
         addSyntaxProblem(text, rest, Severity::Warning,
                          "text after the end of the document is ignored", out);
     }
-    return root;
+    return parsed.root;
 }
 
 struct RootGuard {
