@@ -37,10 +37,27 @@ void addText(json_object* object, const char* key, const std::string& text) {
     add(object, key, json_object_new_string(text.c_str()));
 }
 
-json_object* reference(const Kind& kind) {
+// An object of the one member key.
+json_object* only(const char* key, json_object* value) {
     json_object* out = json_object_new_object();
-    addText(out, "$ref", std::string("#/$defs/") + kind.name);
+    add(out, key, value);
     return out;
+}
+
+json_object* onlyText(const char* key, const std::string& text) {
+    return only(key, json_object_new_string(text.c_str()));
+}
+
+// A value that matches either schema.
+json_object* eitherOf(json_object* first, json_object* second) {
+    json_object* forms = json_object_new_array();
+    json_object_array_add(forms, first);
+    json_object_array_add(forms, second);
+    return only("anyOf", forms);
+}
+
+json_object* reference(const Kind& kind) {
+    return onlyText("$ref", std::string("#/$defs/") + kind.name);
 }
 
 // What the member's descriptions tell a person typing it.
@@ -142,37 +159,18 @@ json_object* kindSchema(const Kind& kind) {
     if (!kind.conditions.empty()) {
         json_object* all = json_object_new_array();
         for (const Condition& c : kind.conditions) {
-            json_object* is = json_object_new_object();
-            addText(is, "const", c.is);
-            json_object* whenProperties = json_object_new_object();
-            add(whenProperties, c.when, is);
             json_object* required = json_object_new_array();
             json_object_array_add(required, json_object_new_string(c.when));
-            json_object* when = json_object_new_object();
-            add(when, "properties", whenProperties);
+            json_object* when = only("properties", only(c.when, onlyText("const", c.is)));
             add(when, "required", required);
             // Only a text is narrowed; a number stays the code it is.
             json_object* values = json_object_new_array();
             for (const std::string& v : *c.values)
                 json_object_array_add(values, json_object_new_string(v.c_str()));
-            json_object* narrowed = json_object_new_object();
-            add(narrowed, "enum", values);
-            json_object* notText = json_object_new_object();
-            json_object* text = json_object_new_object();
-            addText(text, "type", "string");
-            add(notText, "not", text);
-            json_object* forms = json_object_new_array();
-            json_object_array_add(forms, notText);
-            json_object_array_add(forms, narrowed);
-            json_object* thenValue = json_object_new_object();
-            add(thenValue, "anyOf", forms);
-            json_object* thenProperties = json_object_new_object();
-            add(thenProperties, c.then, thenValue);
-            json_object* then = json_object_new_object();
-            add(then, "properties", thenProperties);
-            json_object* rule = json_object_new_object();
-            add(rule, "if", when);
-            add(rule, "then", then);
+            json_object* narrowed =
+                eitherOf(only("not", onlyText("type", "string")), only("enum", values));
+            json_object* rule = only("if", when);
+            add(rule, "then", only("properties", only(c.then, narrowed)));
             json_object_array_add(all, rule);
         }
         add(out, "allOf", all);
@@ -182,29 +180,15 @@ json_object* kindSchema(const Kind& kind) {
 
 // A table of named objects: an array of them, or an object whose members are they.
 json_object* tableSchema(const TopLevel& top) {
-    json_object* asArray = json_object_new_object();
-    addText(asArray, "type", "array");
+    json_object* asArray = onlyText("type", "array");
     add(asArray, "items", reference(*top.kind));
-    json_object* asObject = nullptr;
-    if (top.singleObject) {
-        asObject = reference(*top.kind);
-    } else {
-        // As lint does, only the object members of a table in object form are its items.
-        json_object* item = json_object_new_object();
-        json_object* isObject = json_object_new_object();
-        addText(isObject, "type", "object");
-        add(item, "if", isObject);
-        add(item, "then", reference(*top.kind));
-        asObject = json_object_new_object();
-        addText(asObject, "type", "object");
-        add(asObject, "additionalProperties", item);
-    }
-    json_object* forms = json_object_new_array();
-    json_object_array_add(forms, asArray);
-    json_object_array_add(forms, asObject);
-    json_object* out = json_object_new_object();
-    add(out, "anyOf", forms);
-    return out;
+    if (top.singleObject) return eitherOf(asArray, reference(*top.kind));
+    // As lint does, only the object members of a table in object form are its items.
+    json_object* item = only("if", onlyText("type", "object"));
+    add(item, "then", reference(*top.kind));
+    json_object* asObject = onlyText("type", "object");
+    add(asObject, "additionalProperties", item);
+    return eitherOf(asArray, asObject);
 }
 
 }  // namespace
